@@ -1,0 +1,21 @@
+# Source collection by file name. A file ending in _win32 is built only for
+# Windows; _posix and _freetype files only for the native build.
+function(lw_filter_platform out_var)
+  set(files ${ARGN})
+  if(WIN32)
+    list(FILTER files EXCLUDE REGEX "_(posix|freetype)(_test)?\\.cpp$")
+  else()
+    list(FILTER files EXCLUDE REGEX "_win32(_test)?\\.cpp$")
+  endif()
+  set(${out_var} ${files} PARENT_SCOPE)
+endfunction()
+
+function(lw_collect_sources out_var)
+  set(found)
+  foreach(dir ${ARGN})
+    file(GLOB dir_files CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${dir}/*.cpp)
+    list(APPEND found ${dir_files})
+  endforeach()
+  lw_filter_platform(found ${found})
+  set(${out_var} ${found} PARENT_SCOPE)
+endfunction()

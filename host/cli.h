@@ -1,0 +1,10 @@
+// The command line's commands: one row each, dispatched by name.
+#pragma once
+
+struct CliCommand {
+  const char* name;
+  const char* summary;  // one line for the command list
+  int (*run)(int argc, char** argv);  // argv[0] is the command's name
+};
+
+int CliDescribe(int argc, char** argv);
