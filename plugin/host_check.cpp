@@ -8,3 +8,5 @@ int HostVersionAccepted(const char* company, const char* fileVersion) {
   if (company == nullptr || std::strcmp(company, "Brindle Foundries") != 0) return 0;
   return major == 16 ? 1 : 0;
 }
+
+int HostInterfaceSupported(std::uint32_t versionWord) { return ((versionWord >> 8) & 0xFF) >= 16 ? 1 : 0; }

@@ -63,7 +63,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
 extern "C" int PLUGIN16GetPluginParams(PluginParams* params) { return PluginDescribe(params); }
 
 extern "C" int PLUGIN16DoBuild(HWND parent, HostRecord* host) {
-  if (((host->versionWord >> 8) & 0xFF) < 16) {
+  if (!HostInterfaceSupported(host->versionWord)) {
     MessageBoxA(parent, kHostTooOld, kPluginDisplayName, MB_OK | MB_ICONEXCLAMATION);
     UpdateWindow(parent);
     return 0;
