@@ -37,7 +37,17 @@ struct EffectEntry {
   EffectBackgroundColour backgroundColour;
   const std::int32_t* controls;  // zero-terminated ids of the effect's panel
   void* reserved;
+  // Kept after the fixed fields: the effect's setting-key prefix and the id of
+  // the fill control its background-colour callback reads.
+  const char* settingsPrefix;
+  std::int32_t backgroundFill;
 };
+
+// Panel controls live in these id ranges; only the current effect's are shown.
+// A number edit's up-down companion has the edit's id plus kUpDownIdOffset.
+constexpr int kPanelFirstId = 100;
+constexpr int kPanelLastId = 638;
+constexpr int kUpDownIdOffset = 10000;
 
 constexpr int kEffectCount = 21;
 constexpr int kEffectSimple = 17;  // the default of MainEffect

@@ -1,0 +1,124 @@
+#include "effects/generator_common.h"
+
+namespace {
+
+constexpr int kIdDelay = 11;
+constexpr int kIdAntialias = 22;
+constexpr int kIdText = 23;
+constexpr int kIdBold = 25;
+constexpr int kIdItalic = 26;
+constexpr int kIdFontName = 27;
+constexpr int kIdFontSize = 28;
+constexpr int kIdPadding = 31;
+constexpr int kIdRolling = 32;
+constexpr int kIdPause = 33;
+constexpr int kIdCharacterSpace = 34;
+
+constexpr int kFullLevel = 255;
+
+// An absent control reads as nothing rather than through its missing range.
+int CheckedOrOff(const Controls* dialog, int id) { return id != 0 ? ControlChecked(dialog, id) : 0; }
+int IntOrZero(const Controls* dialog, int id) { return id != 0 ? ReadControlInt(dialog, id) : 0; }
+
+std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint32_t level) {
+  return (colour * level / 255 + pixel * (255 - level) / 255) & 0xFF;
+}
+
+// Walks the mask's rows from column firstX; a mask value at (x, y) lands in
+// the frame at (x - shiftLeft, y) with the colour that colourAt gives for (x, y).
+template <typename ColourAt>
+void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt) {
+  for (int y = 0; y < mask->biHeight; ++y) {
+    for (int x = firstX; x < mask->biWidth; ++x) {
+      int level = DibGetPixel(mask, x, y) & 0xFF;
+      if (level == 0) continue;  // blending at level 0 gives the pixel back
+      int frameX = x - shiftLeft;
+      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
+      DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+    }
+  }
+}
+
+}  // namespace
+
+void ReadSharedControls(const Controls* dialog, SharedControls* shared) {
+  shared->textLength = ControlText(dialog, kIdText, shared->text, sizeof shared->text);
+  ControlText(dialog, kIdFontName, shared->fontName, sizeof shared->fontName);
+  shared->fontSize = ReadControlInt(dialog, kIdFontSize);
+  shared->bold = ControlChecked(dialog, kIdBold);
+  shared->italic = ControlChecked(dialog, kIdItalic);
+  shared->antialias = ControlChecked(dialog, kIdAntialias);
+  shared->characterSpace = ReadControlInt(dialog, kIdCharacterSpace);
+  shared->padding = ReadControlInt(dialog, kIdPadding);
+  shared->delay = ReadControlInt(dialog, kIdDelay);
+  shared->pause = ReadControlInt(dialog, kIdPause);
+  shared->rolling = ControlChecked(dialog, kIdRolling);
+}
+
+void ReadPanelLook(const Controls* dialog, const PanelLookIds& ids, PanelLook* look) {
+  look->shadowOn = CheckedOrOff(dialog, ids.shadowEnable);
+  look->outlineOn = CheckedOrOff(dialog, ids.outlineEnable);
+  look->fillLevel = ids.fillOpacity != 0 ? ReadControlInt(dialog, ids.fillOpacity) - 1 : kFullLevel;
+  look->shadowLevel = ids.shadowOpacity != 0 ? ReadControlInt(dialog, ids.shadowOpacity) - 1 : kFullLevel;
+  look->softness = IntOrZero(dialog, ids.shadowSoftness);
+  look->offset = IntOrZero(dialog, ids.shadowOffset);
+  look->direction = ids.shadowDirection != 0 ? ReadControlNumber(dialog, ids.shadowDirection) : 0;
+  look->outlineColour =
+      ids.outlineColour != 0 ? static_cast<std::uint32_t>(ReadControlNumber(dialog, ids.outlineColour)) : 0;
+}
+
+// The cells of the direction well: 0 up-left, 1 up, 2 up-right, 3 right,
+// 4 left, 5 down-left, 6 down, 7 down-right (where the shadow lies).
+ShadowPlacement ShadowPlacementFor(int direction, int offset) {
+  const int o = offset;
+  switch (direction) {
+    case 0: return {o, o, 0, 0};
+    case 1: return {0, o, 0, 0};
+    case 2: return {0, o, o, 0};
+    case 3: return {0, 0, o, 0};
+    case 4: return {o, 0, 0, 0};
+    case 5: return {o, 0, 0, o};
+    case 6: return {0, 0, 0, o};
+    case 7: return {0, 0, o, o};
+    default: return {0, 0, 0, 0};
+  }
+}
+
+int FrameMargin(int padding, int softness, int outlineOn) {
+  int pad = padding;
+  if (softness > 0) pad += 1 + softness / 10;
+  if (outlineOn != 0 && pad < 1) pad = 1;
+  return pad;
+}
+
+FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset) {
+  const int shadowGrowth = shadowOn != 0 ? offset : 0;
+  return {textWidth + 2 * pad + shadowGrowth, textHeight + 2 * pad + shadowGrowth};
+}
+
+std::uint32_t BlendPixel(std::uint32_t colour, std::uint32_t pixel, int level) {
+  const auto m = static_cast<std::uint32_t>(level);
+  std::uint32_t result = 0;
+  for (int shift = 0; shift <= 16; shift += 8) {
+    result |= BlendChannel(colour >> shift & 0xFF, pixel >> shift & 0xFF, m) << shift;
+  }
+  return result;
+}
+
+void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask) {
+  CompositeFillFrom(frame, fill, mask, 0, 0);
+}
+
+void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY) {
+  CompositeThroughMask(frame, mask, 0, 0, [&](int x, int y) {
+    return static_cast<std::uint32_t>(DibGetPixel(fill, x - placeX, y - placeY));
+  });
+}
+
+void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
+  CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; });
+}
+
+void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
+  CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
+}

@@ -1,0 +1,97 @@
+// What every text generator shares: the reading of the common controls and
+// of a panel's look, the placement of text and shadow, the frame geometry,
+// and the blend and compositing loops that lay fills and outlines through
+// 8-bit masks onto a 24-bit frame.
+#pragma once
+
+#include <cstdint>
+
+#include "plugin/controls.h"
+#include "raster/dib.h"
+
+constexpr int kEffectTextLimit = 260;  // the text edit holds at most this many bytes
+constexpr int kFontNameLimit = 63;
+
+// The controls outside the panels, read at the moment of the call.
+struct SharedControls {
+  char text[kEffectTextLimit + 1];
+  int textLength;
+  char fontName[kFontNameLimit + 1];
+  int fontSize;        // 4 to 144
+  int bold;            // 1 or 0
+  int italic;
+  int antialias;
+  int characterSpace;  // per cent, 50 to 150
+  int padding;         // MainPadding, 0 to 512
+  int delay;
+  int pause;
+  int rolling;         // MainRolling: 1 animates, 0 makes one still frame
+};
+
+void ReadSharedControls(const Controls* dialog, SharedControls* shared);
+
+// Ids of an effect's look controls; 0 where the panel has no such control.
+struct PanelLookIds {
+  int shadowEnable;
+  int outlineEnable;
+  int fillOpacity;
+  int shadowOpacity;
+  int shadowSoftness;
+  int shadowOffset;
+  int shadowDirection;
+  int outlineColour;
+};
+
+// The look as the generator uses it. Opacities 1 to 256 become mask levels
+// 0 to 255; a panel without a fill opacity draws its text at level 255.
+struct PanelLook {
+  int shadowOn;
+  int outlineOn;
+  int fillLevel;
+  int shadowLevel;
+  int softness;
+  int offset;
+  int direction;
+  std::uint32_t outlineColour;
+};
+
+void ReadPanelLook(const Controls* dialog, const PanelLookIds& ids, PanelLook* look);
+
+// Where the text and the shadow are displaced for a shadow direction.
+// One of the two stays at 0, so the picture only grows right and down.
+struct ShadowPlacement {
+  int textX;
+  int textY;
+  int shadowX;
+  int shadowY;
+};
+
+ShadowPlacement ShadowPlacementFor(int direction, int offset);
+
+// The frame's margin on every side.
+int FrameMargin(int padding, int softness, int outlineOn);
+
+struct FrameSize {
+  int width;
+  int height;
+};
+
+// The offset counts only with the shadow on.
+FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset);
+
+// Colour over pixel through mask level, per channel c*m/255 + b*(255-m)/255
+// with each product truncated by itself. Values are red-low, as pixel values;
+// a pixel read of -1 counts as 255 in each channel.
+std::uint32_t BlendPixel(std::uint32_t colour, std::uint32_t pixel, int level);
+
+// Walks the whole mask and blends the fill, read at the same coordinates,
+// into the frame.
+void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
+// As CompositeFill, but the fill is read relative to (placeX, placeY), so it
+// moves with what the mask holds.
+void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// Blends one colour through the mask at its own coordinates.
+void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// Blends one colour with the outline one pixel to the left: the mask at
+// (x, y), x from 1, goes into the frame at (x - 1, y).
+void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);

@@ -1,0 +1,251 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+#include <string>
+
+#include "effects/effect.h"
+#include "effects/generator_common.h"
+#include "plugin/controls_snapshot.h"
+
+namespace {
+
+// A bare block in the store's layout, so these tests need no constructor:
+// 24-bit frames and fills, 8-bit masks (their colour table is left zero).
+struct TestBitmap {
+  DibOwner block;
+  DibHead* head;
+};
+
+TestBitmap MakeBitmap(int width, int height, int bitCount) {
+  const std::size_t size =
+      kDibHeadSize + DibColourTableBytes(bitCount) + static_cast<std::size_t>(DibStride(bitCount, width)) * height;
+  DibOwner block(MemAlloc(kMemMoveableZeroed, size));
+  auto* head = static_cast<DibHead*>(MemLock(block.get()));
+  head->biSize = kDibHeadSize;
+  head->biWidth = width;
+  head->biHeight = height;
+  head->biPlanes = 1;
+  head->biBitCount = static_cast<std::uint16_t>(bitCount);
+  return {std::move(block), head};
+}
+
+void FillWith(DibHead* head, std::uint32_t value) {
+  for (int y = 0; y < head->biHeight; ++y)
+    for (int x = 0; x < head->biWidth; ++x) DibPutPixel(head, x, y, value);
+}
+
+std::uint32_t At(const DibHead* head, int x, int y) { return static_cast<std::uint32_t>(DibGetPixel(head, x, y)); }
+
+TEST(EffectTable, RowsStandInListOrderWithSimpleAtTheDefault) {
+  const char* names[kEffectCount] = {
+      "Anaconda",       "Background Bubbles", "Background Fountain", "Background Mural", "Bubbles",
+      "Chaos",          "Doppler",            "Dragon Skin",         "Framework",        "Hot Lead",
+      "Inferno",        "Liquid Metal",       "Mirage",              "Odometer",         "Plasma Arc",
+      "Radial Fountain", "Runway",            "Simple",              "Spiral",           "Stripes",
+      "Z-Axis Fountain"};
+  for (int row = 0; row < kEffectCount; ++row) EXPECT_STREQ(EffectTable[row].name, names[row]) << row;
+  EXPECT_STREQ(EffectTable[kEffectSimple].name, "Simple");
+  EXPECT_STREQ(EffectTable[kEffectSimple].settingsPrefix, "MainSimple");
+  EXPECT_EQ(EffectTable[kEffectSimple].backgroundFill, 105);
+  // The settings word is not always the display name.
+  EXPECT_STREQ(EffectTable[9].settingsPrefix, "MainTeletype");
+  EXPECT_STREQ(EffectTable[11].settingsPrefix, "MainPing");
+}
+
+TEST(EffectTable, EveryPanelListIsTerminatedAndHoldsOnlyPanelIdsWithTheirCompanions) {
+  for (int row = 0; row < kEffectCount; ++row) {
+    const EffectEntry& entry = EffectTable[row];
+    EXPECT_EQ(entry.reserved, nullptr);
+    std::set<int> ids;
+    const std::int32_t* id = entry.controls;
+    for (int guard = 0; *id != 0 && guard < 200; ++id, ++guard) {
+      const bool panel = *id >= kPanelFirstId && *id <= kPanelLastId;
+      const bool companion = *id >= kPanelFirstId + kUpDownIdOffset && *id <= kPanelLastId + kUpDownIdOffset;
+      EXPECT_TRUE(panel || companion) << entry.name << " " << *id;
+      EXPECT_TRUE(ids.insert(*id).second) << entry.name << " repeats " << *id;
+    }
+    EXPECT_EQ(*id, 0) << entry.name;
+    // An up-down never stands without its edit; the background fill is on the panel.
+    for (int value : ids) {
+      if (value > kPanelLastId) {
+        EXPECT_TRUE(ids.count(value - kUpDownIdOffset)) << entry.name << " " << value;
+      }
+    }
+    EXPECT_TRUE(ids.count(entry.backgroundFill)) << entry.name;
+  }
+}
+
+TEST(FrameGeometry, MarginGrowsWithSoftnessAndTheShadowOffsetWidensTheFrame) {
+  // Shadow on, offset 4, text 20 high, MainPadding 0.
+  EXPECT_EQ(FrameMargin(0, 0, 0), 0);
+  EXPECT_EQ(FrameSizeFor(50, 20, FrameMargin(0, 0, 0), 1, 4).height, 24);
+  EXPECT_EQ(FrameMargin(0, 10, 0), 2);
+  FrameSize soft = FrameSizeFor(50, 20, FrameMargin(0, 10, 0), 1, 4);
+  EXPECT_EQ(soft.height, 28);
+  EXPECT_EQ(soft.width, 58);
+  EXPECT_EQ(FrameMargin(3, 9, 0), 4);   // 9 / 10 is 0, the 1 still counts
+  EXPECT_EQ(FrameMargin(0, 0, 1), 1);   // an outline needs one pixel
+  EXPECT_EQ(FrameMargin(5, 0, 1), 5);
+  FrameSize noShadow = FrameSizeFor(50, 20, 2, 0, 4);
+  EXPECT_EQ(noShadow.width, 54);
+  EXPECT_EQ(noShadow.height, 24);
+}
+
+TEST(FrameGeometry, DirectionCellsPlaceTheShadowAndNeverGoNegative) {
+  ShadowPlacement right = ShadowPlacementFor(3, 4);
+  EXPECT_GT(right.shadowX, right.textX);
+  EXPECT_EQ(right.shadowY, right.textY);
+  ShadowPlacement left = ShadowPlacementFor(4, 4);
+  EXPECT_LT(left.shadowX, left.textX);
+  EXPECT_EQ(left.shadowY, left.textY);
+  ShadowPlacement upLeft = ShadowPlacementFor(0, 6);
+  EXPECT_EQ(upLeft.textX, 6);
+  EXPECT_EQ(upLeft.textY, 6);
+  ShadowPlacement downRight = ShadowPlacementFor(7, 6);
+  EXPECT_EQ(downRight.shadowX, 6);
+  EXPECT_EQ(downRight.shadowY, 6);
+  ShadowPlacement downLeft = ShadowPlacementFor(5, 6);
+  EXPECT_EQ(downLeft.textX, 6);
+  EXPECT_EQ(downLeft.shadowY, 6);
+  for (int direction : {8, 9, -1}) {
+    ShadowPlacement none = ShadowPlacementFor(direction, 6);
+    EXPECT_EQ(none.textX + none.textY + none.shadowX + none.shadowY, 0) << direction;
+  }
+}
+
+TEST(Blend, EachProductIsTruncatedBeforeTheSum) {
+  // 200 over 100 at 128: 100 + 49 = 149, where one division would give 150.
+  EXPECT_EQ(BlendPixel(200, 100, 128), 149u);
+  EXPECT_EQ((200u * 128 + 100u * 127) / 255, 150u);
+  // The channels are independent: red low, blue high.
+  EXPECT_EQ(BlendPixel(0x64C8FF, 0xC86400, 128), 0x959580u);
+  EXPECT_EQ(BlendPixel(0x123456, 0xABCDEF, 0), 0xABCDEFu);
+  EXPECT_EQ(BlendPixel(0x123456, 0xABCDEF, 255), 0x123456u);
+  // A read past a bitmap is -1, which counts as white.
+  EXPECT_EQ(BlendPixel(0xFFFFFFFFu, 0, 255), 0xFFFFFFu);
+}
+
+TEST(Composite, OpacityLevelZeroLeavesTheFrameAndFullCoverShowsOnlyTheFill) {
+  TestBitmap frame = MakeBitmap(5, 3, 24);
+  TestBitmap fill = MakeBitmap(5, 3, 24);
+  TestBitmap mask = MakeBitmap(5, 3, 8);
+  FillWith(frame.head, 0x102030);
+  FillWith(fill.head, 0xA0B0C0);
+
+  CompositeFill(frame.head, fill.head, mask.head);  // level 0 everywhere
+  for (int y = 0; y < 3; ++y)
+    for (int x = 0; x < 5; ++x) EXPECT_EQ(At(frame.head, x, y), 0x102030u);
+
+  DibPutPixel(fill.head, 2, 1, 0x010203);  // the fill is read at the frame's coordinates
+  FillWith(mask.head, 255);
+  CompositeFill(frame.head, fill.head, mask.head);
+  EXPECT_EQ(At(frame.head, 0, 0), 0xA0B0C0u);
+  EXPECT_EQ(At(frame.head, 2, 1), 0x010203u);
+}
+
+TEST(Composite, ShadowFillReadFromItsPlaceMovesWithTheMask) {
+  TestBitmap frame = MakeBitmap(6, 4, 24);
+  TestBitmap fill = MakeBitmap(6, 4, 24);
+  TestBitmap mask = MakeBitmap(6, 4, 8);
+  DibPutPixel(fill.head, 0, 0, 0x0000FF);
+  DibPutPixel(mask.head, 3, 2, 255);  // the fill's corner lands here
+  DibPutPixel(mask.head, 1, 1, 255);  // left of the place: the fill reads as white
+  CompositeFillFrom(frame.head, fill.head, mask.head, 3, 2);
+  EXPECT_EQ(At(frame.head, 3, 2), 0x0000FFu);
+  EXPECT_EQ(At(frame.head, 1, 1), 0xFFFFFFu);
+  EXPECT_EQ(At(frame.head, 0, 0), 0u);
+}
+
+TEST(Composite, OutlineAtTheMaskOrShiftedOnePixelLeft) {
+  TestBitmap plain = MakeBitmap(4, 2, 24);
+  TestBitmap shifted = MakeBitmap(4, 2, 24);
+  TestBitmap mask = MakeBitmap(4, 2, 8);
+  DibPutPixel(mask.head, 0, 0, 255);  // the first column is not used when shifting
+  DibPutPixel(mask.head, 2, 1, 255);
+  DibPutPixel(mask.head, 3, 0, 128);
+
+  CompositeOutline(plain.head, 0xFFFFFF, mask.head);
+  EXPECT_EQ(At(plain.head, 0, 0), 0xFFFFFFu);
+  EXPECT_EQ(At(plain.head, 2, 1), 0xFFFFFFu);
+  EXPECT_EQ(At(plain.head, 3, 0), 0x808080u);
+
+  CompositeOutlineShiftedLeft(shifted.head, 0xFFFFFF, mask.head);
+  EXPECT_EQ(At(shifted.head, 0, 0), 0u);
+  EXPECT_EQ(At(shifted.head, 1, 1), 0xFFFFFFu);
+  EXPECT_EQ(At(shifted.head, 2, 1), 0u);
+  EXPECT_EQ(At(shifted.head, 2, 0), 0x808080u);
+  EXPECT_EQ(At(shifted.head, 3, 0), 0u);
+}
+
+class EffectControls : public ::testing::Test {
+ protected:
+  void SetUp() override { SnapshotInit(&snapshot); }
+  void TearDown() override { SnapshotClear(&snapshot); }
+  void Number(int id, long long value, const char* range) {
+    SnapshotSetNumber(&snapshot, id, value);
+    SnapshotSetText(&snapshot, id + kUpDownIdOffset, range);
+  }
+  ControlsSnapshot snapshot;
+};
+
+TEST_F(EffectControls, SharedControlsComeFromTheirOwnIdsWithTheirClamps) {
+  SnapshotSetText(&snapshot, 23, "Hello");
+  SnapshotSetText(&snapshot, 27, "Arial");
+  Number(28, 200, "4,144,24");
+  Number(31, 7, "0,512,0");
+  Number(34, 40, "50,150,100");
+  Number(11, 12, "1,1000,10");
+  Number(33, 300, "1,10000,10");
+  SnapshotSetCheck(&snapshot, 22, 1);
+  SnapshotSetCheck(&snapshot, 26, 1);
+  SnapshotSetCheck(&snapshot, 32, 1);
+
+  SharedControls shared{};
+  ReadSharedControls(&snapshot.controls, &shared);
+  EXPECT_STREQ(shared.text, "Hello");
+  EXPECT_EQ(shared.textLength, 5);
+  EXPECT_STREQ(shared.fontName, "Arial");
+  EXPECT_EQ(shared.fontSize, 144);
+  EXPECT_EQ(shared.padding, 7);
+  EXPECT_EQ(shared.characterSpace, 50);
+  EXPECT_EQ(shared.delay, 12);
+  EXPECT_EQ(shared.pause, 300);
+  EXPECT_EQ(shared.antialias, 1);
+  EXPECT_EQ(shared.bold, 0);
+  EXPECT_EQ(shared.italic, 1);
+  EXPECT_EQ(shared.rolling, 1);
+
+  SnapshotSetText(&snapshot, 23, std::string(400, 'x'));  // the edit's limit holds
+  ReadSharedControls(&snapshot.controls, &shared);
+  EXPECT_EQ(shared.textLength, kEffectTextLimit);
+}
+
+TEST_F(EffectControls, PanelLookTurnsOpacitiesIntoLevelsAndAbsentControlsIntoDefaults) {
+  // Simple's panel.
+  SnapshotSetCheck(&snapshot, 100, 1);
+  Number(103, 256, "1,256,256");
+  Number(109, 1, "1,256,256");
+  Number(111, 10, "0,40,10");
+  Number(113, 4, "1,256,256");
+  SnapshotSetNumber(&snapshot, 115, 3);
+  SnapshotSetNumber(&snapshot, 119, 0xFFFFFF);
+  PanelLook look{};
+  ReadPanelLook(&snapshot.controls, {100, 121, 103, 109, 111, 113, 115, 119}, &look);
+  EXPECT_EQ(look.shadowOn, 1);
+  EXPECT_EQ(look.outlineOn, 0);
+  EXPECT_EQ(look.fillLevel, 255);
+  EXPECT_EQ(look.shadowLevel, 0);
+  EXPECT_EQ(look.softness, 10);
+  EXPECT_EQ(look.offset, 4);
+  EXPECT_EQ(look.direction, 3);
+  EXPECT_EQ(look.outlineColour, 0xFFFFFFu);
+
+  PanelLook bare{};
+  ReadPanelLook(&snapshot.controls, {}, &bare);  // a panel with no look controls
+  EXPECT_EQ(bare.fillLevel, 255);
+  EXPECT_EQ(bare.shadowOn, 0);
+  EXPECT_EQ(bare.offset, 0);
+}
+
+}  // namespace
