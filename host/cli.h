@@ -8,3 +8,4 @@ struct CliCommand {
 };
 
 int CliDescribe(int argc, char** argv);
+int CliSettings(int argc, char** argv);

@@ -9,6 +9,7 @@ namespace {
 
 constexpr CliCommand kCommands[] = {
     {"describe", "print the plug-in's self-description", CliDescribe},
+    {"settings", "print the effective settings in LWMOTIO3.INI's format", CliSettings},
 };
 
 void PrintUsage(std::FILE* out) {

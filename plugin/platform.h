@@ -1,0 +1,12 @@
+// The few things the settings need from the operating system.
+#pragma once
+
+// Writes the user's settings folder into buffer: the roaming application-data
+// folder on Windows, $XDG_CONFIG_HOME or else ~/.config elsewhere. It may or
+// may not end in a separator. 0 if it cannot be had or does not fit.
+int PlatformUserDataFolder(char* buffer, int size);
+// Whether the Shift key is down now. Never, without a keyboard.
+bool PlatformShiftHeld();
+
+// The folder separator of this platform's paths.
+extern const char kPlatformPathSeparator;

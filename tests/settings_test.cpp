@@ -1,0 +1,268 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "plugin/settings.h"
+
+namespace {
+
+std::vector<std::string> ReadLines(const std::string& path) {
+  std::ifstream file(path);  // text mode: the platform's own newlines
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
+  return lines;
+}
+
+class SettingsFile : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    path_ = (std::filesystem::temp_directory_path() / (std::string("lw_settings_") + test->name() + ".ini")).string();
+    SettingsReset();
+    SettingsUseFile(path_.c_str());
+  }
+  void TearDown() override {
+    std::remove(path_.c_str());
+    SettingsUseFile(nullptr);
+    SettingsReset();
+  }
+  // Bytes exactly as given: no newline translation.
+  void Write(const std::string& text) {
+    std::ofstream(path_, std::ios::binary) << text;
+  }
+  void Load(const std::string& text) {
+    Write(text);
+    SettingsLoad();
+  }
+  std::string path_;
+};
+
+TEST(SettingTable, RowsKindsAndDefaults) {
+  SettingsReset();
+  ASSERT_EQ(sizeof SettingTable / sizeof SettingTable[0], 215u);
+  EXPECT_STREQ(SettingTable[0].name, "AccentCompensation");
+  for (const SettingRow& row : SettingTable) {
+    EXPECT_EQ(SettingFind(row.name), &row) << row.name;  // keys are unique
+    EXPECT_NE(row.flags & (kSettingSwitch | kSettingNumber | kSettingString), 0u) << row.name;
+  }
+  EXPECT_EQ(SettingFind("MainDela"), nullptr);  // finding is exact, unlike the file's prefix match
+
+  EXPECT_EQ(SettingFind("DitherBrightness")->flags, 0x14u);
+  EXPECT_EQ(SettingFind("DitherBrightness")->extra, 100u);
+  EXPECT_EQ(SettingFind("DitherContrast")->extra, 101u);
+  EXPECT_EQ(SettingFind("FastRemap")->flags, 0x8001u);
+  EXPECT_EQ(SettingFind("FastRemap")->extra, 102u);
+  EXPECT_EQ(SettingFind("AddDescriptiveCommentBlock")->flags, 0x8001u);
+  EXPECT_EQ(SettingFind("AddDescriptiveCommentBlock")->extra, 103u);
+  EXPECT_EQ(SettingFind("PatchLevel")->flags, 0x104u);
+  EXPECT_EQ(SettingFind("VersionNumber")->flags, 0x104u);
+  EXPECT_EQ(SettingFind("MainTransparent")->flags, kSettingNumber);  // a check box, yet a number row
+  EXPECT_EQ(SettingFind("MainRolling")->flags, kSettingSwitch);
+
+  EXPECT_STREQ(MainText, "This space for rent...");
+  EXPECT_STREQ(MainFontName, "TIMES NEW ROMAN");
+  EXPECT_STREQ(MatrixDefaultTile, "");
+  EXPECT_EQ(MainEffect, 17u);
+  EXPECT_EQ(VersionNumber, 512u);
+  EXPECT_EQ(MainInfernoRedColor, 0x0000FFu);
+  EXPECT_EQ(MainRadialShadowOpacity, 128u);
+  EXPECT_EQ(SettingFind("MainBubBackSeed")->value, &MainBubBackSeed);
+}
+
+TEST(SettingTable, ResetRestoresNumbersAndClearsWholeStringBuffers) {
+  MainDelay = 99;
+  std::memset(MainText, 'x', kSettingStringSize);
+  SettingsReset();
+  EXPECT_EQ(MainDelay, 8u);
+  EXPECT_STREQ(MainText, "This space for rent...");
+  for (int index = static_cast<int>(std::strlen(MainText)); index < kSettingStringSize; ++index) {
+    ASSERT_EQ(MainText[index], '\0');
+  }
+}
+
+TEST(SettingTable, StoreCopiesAtMost260BytesOfAString) {
+  std::string longText(300, 'y');
+  SettingStore(SettingFind("MainText"), longText.c_str());
+  EXPECT_EQ(std::strlen(MainText), 260u);
+  SettingsReset();
+}
+
+TEST_F(SettingsFile, KeyMatchesByPrefixAndTheFirstRowWins) {
+  Load("MainSpiralStep = 33\n"
+       "MainSpiral = 44\n"  // only the start of a name: the first row so named
+       "MainSpiralStepSize = 55\n");
+  EXPECT_EQ(MainSpiralStep, 33u);
+  EXPECT_EQ(MainSpiralJustify, 44u);
+  EXPECT_EQ(MainSpiralStepSize, 55u);
+  EXPECT_EQ(MainSpiralStartAngle, 100u);
+}
+
+TEST_F(SettingsFile, EveryKeyReachesItsOwnRow) {
+  // No earlier row may start with a later row's whole name.
+  std::ostringstream file;
+  for (int index = 0; index < kSettingCount; ++index) {
+    if (SettingTable[index].flags & kSettingNumber || SettingTable[index].flags & kSettingSwitch) {
+      file << SettingTable[index].name << " = " << 1000 + index << "\n";
+    }
+  }
+  Load(file.str());
+  for (int index = 0; index < kSettingCount; ++index) {
+    const SettingRow& row = SettingTable[index];
+    if (row.flags & kSettingString) continue;
+    std::uint32_t expected = row.flags & kSettingWriteOnly ? row.defaultNumber : 1000u + index;
+    EXPECT_EQ(*static_cast<std::uint32_t*>(row.value), expected) << row.name;
+  }
+}
+
+TEST_F(SettingsFile, BlanksAndEqualsSigns) {
+  Load("MainDelay=5\n"
+       "MainPause   ===   7\n"
+       "MainFontSize 12\n"          // no equals sign at all
+       "MainPadding= =3\n"          // one run of "=" only: the second is the value
+       "MainText == a=b  \n"        // trailing blanks stay
+       "MatrixLibrary = tiles.mtx\r\n"  // a carriage return ends the line
+       "DefaultTextureFileName = a\tb\n");  // so does a tab
+  EXPECT_EQ(MainDelay, 5u);
+  EXPECT_EQ(MainPause, 7u);
+  EXPECT_EQ(MainFontSize, 12u);
+  EXPECT_EQ(MainPadding, 0u);
+  EXPECT_STREQ(MainText, "a=b  ");
+  EXPECT_STREQ(MatrixLibrary, "tiles.mtx");
+  EXPECT_STREQ(DefaultTextureFileName, "a");
+}
+
+TEST_F(SettingsFile, NumbersAreReadAsAtoiReadsThem) {
+  Load("MainDelay = -1\n"
+       "MainPause = abc\n"
+       "MainFontSize = 12abc\n"
+       "MainInfernoRedColor = 4294967295\n"
+       "MainInfernoYellowColor = 4294967296\n"  // wraps, as the runtime's atoi does
+       "MainPadding = +9\n");
+  EXPECT_EQ(MainDelay, 0xFFFFFFFFu);
+  EXPECT_EQ(MainPause, 0u);
+  EXPECT_EQ(MainFontSize, 12u);
+  EXPECT_EQ(MainInfernoRedColor, 0xFFFFFFFFu);
+  EXPECT_EQ(MainInfernoYellowColor, 0u);
+  EXPECT_EQ(MainPadding, 9u);
+}
+
+TEST_F(SettingsFile, EmptyAndKeylessLinesSetTheFirstRow) {
+  Load("AccentCompensation = 1\n\n");
+  EXPECT_EQ(AccentCompensation, 0u);
+  Load("  = 5\n");
+  EXPECT_EQ(AccentCompensation, 5u);
+}
+
+TEST_F(SettingsFile, CommentsSectionsUnknownAndWriteOnlyKeysChangeNothing) {
+  Load("MainDelay = 3\n"  // before the section line counts as well
+       "[PlugIn]\n"
+       ";MainPause = 1\n"
+       "Bogus = 4\n"
+       "MainDelayed = 4\n"  // longer than any name
+       "PatchLevel = 9\n"
+       "VersionNumber = 9\n"
+       "PatchLev = 9\n");  // the start of a write-only name only
+  EXPECT_EQ(MainDelay, 3u);
+  EXPECT_EQ(MainPause, 100u);
+  EXPECT_EQ(PatchLevel, 1u);
+  EXPECT_EQ(VersionNumber, 512u);
+  EXPECT_EQ(AccentCompensation, 0u);
+}
+
+TEST_F(SettingsFile, OverlongLinesAreReadIn259ByteParts) {
+  // The line buffer holds 259 bytes: the rest of a longer line is a line of
+  // its own, and a line of exactly 259 leaves its newline as an empty line.
+  Load("AccentCompensation = 1\nMainText = " + std::string(248, 'x') + "\n");
+  EXPECT_EQ(std::string(MainText), std::string(248, 'x'));
+  EXPECT_EQ(AccentCompensation, 0u);
+
+  Load("MainFontName = " + std::string(300, 'f') + "\nMainDelay = 2\n");
+  EXPECT_EQ(std::strlen(MainFontName), 259u - 15u);
+  EXPECT_EQ(MainDelay, 2u);
+}
+
+TEST_F(SettingsFile, ShiftWalksTheFileButKeepsTheDefaults) {
+  Write("MainDelay = 3\n\nMainText = changed\n");
+  EXPECT_EQ(SettingsLoadFile(path_.c_str(), true), 1);
+  EXPECT_EQ(MainDelay, 8u);
+  EXPECT_STREQ(MainText, "This space for rent...");
+  EXPECT_EQ(AccentCompensation, 0u);
+}
+
+TEST_F(SettingsFile, MissingFileKeepsTheDefaults) {
+  MainDelay = 77;  // values between runs stay when there is nothing to read
+  SettingsLoad();
+  EXPECT_EQ(SettingsLoadFile(path_.c_str(), false), 0);
+  EXPECT_EQ(MainDelay, 77u);
+  SettingsUseFile((path_ + ".missing-folder/LWMOTIO3.INI").c_str());
+  SettingsSave();  // unwritable: quietly nothing
+  EXPECT_FALSE(std::filesystem::exists(path_ + ".missing-folder"));
+}
+
+TEST_F(SettingsFile, HeaderLinesAndOneLinePerRow) {
+  std::tm when{};
+  when.tm_year = 2023 - 1900;
+  when.tm_mon = 0;
+  when.tm_mday = 5;
+  when.tm_hour = 7;
+  when.tm_min = 8;
+  when.tm_sec = 9;
+  when.tm_isdst = -1;
+  ASSERT_EQ(SettingsSaveFile(path_.c_str(), std::mktime(&when)), 1);
+  std::vector<std::string> lines = ReadLines(path_);
+  ASSERT_EQ(lines.size(), 5u + 215u);
+  EXPECT_EQ(lines[0], ";Brindle Foundries animtion plugin configuration file");
+  EXPECT_EQ(lines[1], ";Edit this at your own risk");
+  EXPECT_EQ(lines[2], ";Last updated Thu Jan  5 07:08:09 2023");
+  EXPECT_EQ(lines[3], ";");
+  EXPECT_EQ(lines[4], "[PlugIn]");
+  EXPECT_EQ(lines[5], "AccentCompensation = 0");
+  EXPECT_EQ(lines[5 + (SettingFind("MainText") - SettingTable)], "MainText = This space for rent...");
+  EXPECT_EQ(lines[5 + (SettingFind("MatrixDefaultTile") - SettingTable)], "MatrixDefaultTile = ");
+  EXPECT_EQ(lines[5 + (SettingFind("MainInfernoYellowColor") - SettingTable)], "MainInfernoYellowColor = 65535");
+
+  char date[25];
+  when.tm_year = 12345 - 1900;
+  when.tm_wday = 6;
+  SettingsDateText(when, date);
+  EXPECT_STREQ(date, "Sat Jan  5 07:08:09 1234");  // ctime's first 24 characters
+}
+
+TEST_F(SettingsFile, SaveThenLoadRestoresEveryReadableValue) {
+  for (int index = 0; index < kSettingCount; ++index) {
+    const SettingRow& row = SettingTable[index];
+    if (row.flags & kSettingString) {
+      SettingStore(&row, ("text " + std::to_string(index) + " with = and blanks").c_str());
+    } else {
+      *static_cast<std::uint32_t*>(row.value) = 0xFFFFFF00u + index % 7 + index * 1000;
+    }
+  }
+  std::vector<std::uint32_t> numbers;
+  std::vector<std::string> texts;
+  for (const SettingRow& row : SettingTable) {
+    if (row.flags & kSettingString) texts.emplace_back(static_cast<const char*>(row.value));
+    else numbers.push_back(*static_cast<std::uint32_t*>(row.value));
+  }
+  SettingsSave();
+  SettingsReset();
+  SettingsLoad();
+  size_t number = 0, text = 0;
+  for (const SettingRow& row : SettingTable) {
+    if (row.flags & kSettingString) {
+      EXPECT_EQ(std::string(static_cast<const char*>(row.value)), texts[text++]) << row.name;
+    } else {
+      std::uint32_t expected = row.flags & kSettingWriteOnly ? row.defaultNumber : numbers[number];
+      EXPECT_EQ(*static_cast<std::uint32_t*>(row.value), expected) << row.name;
+      ++number;
+    }
+  }
+}
+
+}  // namespace
