@@ -1,0 +1,29 @@
+// Finding the palette index for a colour: the nearest-colour search, the
+// 15-bit lookup table built from it, and the rule that picks between them.
+#pragma once
+
+#include <cstdint>
+
+// Index of the first exact match, else of the entry with the lowest
+// 3 dr^2 + 4 dg^2 + 2 db^2, ties to the lowest index. 0 when colours < 1.
+int NearestColour(int red, int green, int blue, const std::uint8_t* palette, int colours);
+
+inline int ColourLookupKey(int red, int green, int blue) { return (red >> 3) | (green >> 3) << 5 | (blue >> 3) << 10; }
+
+struct ColourSearch {
+  const std::uint8_t* palette;
+  int colours;
+  int fastRemap;
+  std::uint8_t table[32768];  // nearest index to each 15-bit colour, at its lower corner
+  std::int32_t lastColour;    // runs of one colour are searched once
+  int lastIndex;
+};
+
+// Builds the table over the first colours entries of the palette.
+void ColourSearchInit(ColourSearch* search, const std::uint8_t* palette, int colours, int fastRemap);
+
+// With fastRemap on: the first exact entry, else the table. Off: NearestColour.
+int ColourSearchFind(ColourSearch* search, int red, int green, int blue);
+
+// First entry exactly of this colour, or -1.
+int PaletteFindExact(const std::uint8_t* palette, int colours, int red, int green, int blue);
