@@ -124,9 +124,25 @@ inline void DibPutPixel(DibHead* head, int x, int y, std::uint32_t value) {
   }
 }
 
+// Locks a block for the life of a scope. head is null when the lock failed.
+struct DibLock {
+  explicit DibLock(DibHandle block) : dib(block), head(static_cast<DibHead*>(MemLock(block))) {}
+  ~DibLock() {
+    if (head != nullptr) MemUnlock(dib);
+  }
+  DibLock(const DibLock&) = delete;
+  DibLock& operator=(const DibLock&) = delete;
+  DibHandle dib;
+  DibHead* head;
+};
+
 // Constructors: each returns a new block owned by the caller, or null with
 // nothing left allocated.
+// Depth wish: 0 and above 24 give 32 bits, 1 gives 1, 2-4 give 4, 5-8 give 8,
+// 9-24 give 24. A null palette leaves the colour table black.
 DibHandle DibNew(int width, int height, const std::uint8_t* palette, int depthWish);
+// A zeroed bitmap of the given size with the depth and colour table of source.
+DibHandle DibNewLike(const DibHead* source, int width, int height);
 DibHandle DibClone(DibHandle dib);
 DibHandle DibCrop(DibHandle dib, const DibRect& rect);
 DibHandle DibRotateRight(DibHandle dib, int shift);
@@ -136,6 +152,10 @@ DibHandle DibTurnAround(DibHandle dib);
 DibHandle DibTurnLeft(DibHandle dib);
 DibHandle DibToTrueColour(DibHandle dib);
 DibHandle DibAdjustHsv(DibHandle dib, float hueAdd, float saturationFactor, float valueFactor);
+// A 24-bit bitmap from a whole BMP file (14-byte file head, information head,
+// 24- or 32-bit bottom-up rows), its alpha flattened onto background
+// (COLORREF). Null if the bytes do not hold such a file.
+DibHandle DibFromBmpFile(const std::uint8_t* bytes, std::size_t size, std::int32_t background);
 
 // Copies the pixels that lie inside both bitmaps. Always 1.
 int DibRegionCopy(DibHead* destination, int destinationX, int destinationY, const DibHead* source, int sourceX,
