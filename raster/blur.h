@@ -16,9 +16,9 @@ constexpr int kBlurMaxTaps = 21;
 // along rows only) and the source stays the caller's. Depths 8 and 24 only.
 DibHandle GaussianBlur(DibHandle source, int softness);
 
-// Fills kernel[0..K-1] (the caller's zeroed array, at least 3 long) with the
-// Gaussian of sigma sampled at thirds of a pixel and normalised. A K below 1
-// becomes 3. Returns K.
+// Fills kernel[0..K-1] (an array at least 3 long) with the Gaussian of sigma
+// sampled at thirds of a pixel and normalised. A K below 1 becomes 3.
+// Returns K. The centre is at K / 2; an even K has one more tap before it.
 int GaussianKernel(int taps, float sigma, float* kernel);
 
 // One line of 8-bit samples, or of three-byte samples with independent bytes.
