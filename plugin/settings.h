@@ -34,14 +34,14 @@ struct SettingRow {
 // NUMBER(key, flags, extra, default) and TEXT(key, flags, extra, default).
 #define LW_SETTING_ROWS(NUMBER, TEXT) \
   NUMBER(AccentCompensation, kSettingSwitch, 0, 0) \
-  NUMBER(AddDescriptiveCommentBlock, kSettingSwitch | 0x8000, 103, 1) \
+  NUMBER(AddDescriptiveCommentBlock, kSettingSwitch | kSettingSetupSwitch, 103, 1) \
   NUMBER(ArcAfterImageIntensity, kSettingNumber, 0, 102) \
   NUMBER(ArcAfterAfterImageIntensity, kSettingNumber, 0, 77) \
   NUMBER(ArcAngle, kSettingNumber, 0, 225) \
   TEXT(DefaultTextureFileName, kSettingString, 0, "lwmotio3.fft") \
-  NUMBER(DitherBrightness, kSettingNumber | 0x10, 100, 20) \
-  NUMBER(DitherContrast, kSettingNumber | 0x10, 101, 20) \
-  NUMBER(FastRemap, kSettingSwitch | 0x8000, 102, 1) \
+  NUMBER(DitherBrightness, kSettingNumber | kSettingSetupNumber, 100, 20) \
+  NUMBER(DitherContrast, kSettingNumber | kSettingSetupNumber, 101, 20) \
+  NUMBER(FastRemap, kSettingSwitch | kSettingSetupSwitch, 102, 1) \
   NUMBER(MainAntialias, kSettingSwitch, 0, 1) \
   NUMBER(MainArcArcColor, kSettingNumber, 0, 0xFDDFDF) \
   NUMBER(MainArcAfterimage, kSettingSwitch, 0, 1) \
