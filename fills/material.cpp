@@ -1,0 +1,80 @@
+#include "fills/material.h"
+
+namespace {
+
+int PaintSimple(MaterialRecord* record, DibHead* target) {
+  for (int y = 0; y < target->biHeight; ++y)
+    for (int x = 0; x < target->biWidth; ++x) DibPutPixel(target, x, y, record->colour);
+  return 1;
+}
+
+// No gradient rasteriser is built in yet: a gradient fill fails cleanly.
+int PaintGradient(MaterialRecord*, DibHead*) { return 0; }
+
+// Textures are generated on the square of the longer side. No generator is
+// built in yet, so a texture fill fails once it has its target.
+int PaintTexture(MaterialRecord* record, DibHead* target) {
+  int side = target->biWidth > target->biHeight ? target->biWidth : target->biHeight;
+  record->texture.rectangle = {0, 0, side, side};
+  return 0;
+}
+
+// No tile renderer is built in yet: a tile fill fails after taking its target.
+int PaintTile(MaterialRecord* record, DibHead* target) {
+  record->matrix.rectangle = {0, 0, target->biWidth, target->biHeight};
+  return 0;
+}
+
+}  // namespace
+
+const MaterialKindRow MaterialKinds[kMaterialKindCount] = {
+    {"Simple", PaintSimple},
+    {"Gradient", PaintGradient},
+    {"Texture", PaintTexture},
+    {"Tile", PaintTile},
+};
+
+MaterialRecord* MaterialLock(const Controls* dialog, int id) {
+  MemHandle block = ControlData(dialog, id);
+  return block == nullptr ? nullptr : static_cast<MaterialRecord*>(MemLock(block));
+}
+
+void MaterialUnlock(const Controls* dialog, int id) {
+  MemHandle block = ControlData(dialog, id);
+  if (block != nullptr) MemUnlock(block);
+}
+
+DibHandle MaterialRender(MaterialRecord* record, int width, int height) {
+  DibOwner bitmap(DibNew(width, height, nullptr, 24));
+  if (bitmap == nullptr) return nullptr;
+  DibLock lock(bitmap.get());
+  if (lock.head == nullptr) return nullptr;
+  // An unknown kind leaves the zeroed pixels: a black fill, not a failure.
+  if (record->kind < kMaterialKindCount && MaterialKinds[record->kind].paint(record, lock.head) == 0) return nullptr;
+  return bitmap.release();
+}
+
+std::uint32_t MaterialAverageColour(DibHandle dib) {
+  DibLock lock(dib);
+  if (lock.head == nullptr) return 0;
+  if (lock.head->biWidth <= 0 || lock.head->biHeight <= 0) return 0;
+  std::uint64_t count = static_cast<std::uint64_t>(lock.head->biWidth) * static_cast<std::uint64_t>(lock.head->biHeight);
+  std::uint64_t red = 0, green = 0, blue = 0;
+  for (int y = 0; y < lock.head->biHeight; ++y) {
+    for (int x = 0; x < lock.head->biWidth; ++x) {
+      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(lock.head, x, y));
+      red += pixel & 0xFF;
+      green += pixel >> 8 & 0xFF;
+      blue += pixel >> 16 & 0xFF;
+    }
+  }
+  return static_cast<std::uint32_t>(red / count | (green / count) << 8 | (blue / count) << 16);
+}
+
+std::int32_t EffectBackgroundColourOf(const Controls* dialog, int id) {
+  const MaterialRecord* record = MaterialLock(dialog, id);
+  if (record == nullptr) return -1;
+  std::int32_t colour = record->kind == kMaterialSimple ? static_cast<std::int32_t>(record->colour) : -1;
+  MaterialUnlock(dialog, id);
+  return colour;
+}

@@ -1,0 +1,65 @@
+// Material file cases that need the POSIX side: a file-size limit to force a
+// short write, and a configuration folder of our own to stand in for the
+// user's.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <stdlib.h>
+#include <sys/resource.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include "fills/material.h"
+
+namespace {
+
+std::string TempPath(const std::string& name) { return (std::filesystem::temp_directory_path() / name).string(); }
+
+TEST(MaterialFileShortWrite, RemovesTheFile) {
+  std::string path = TempPath("lw_material_short.mtrl");
+  std::remove(path.c_str());
+  MemOwner block(MaterialLoad("", 0x123456, 0));
+  struct sigaction ignore = {}, previous = {};
+  ignore.sa_handler = SIG_IGN;
+  sigaction(SIGXFSZ, &ignore, &previous);
+  rlimit saved;
+  getrlimit(RLIMIT_FSIZE, &saved);
+  rlimit limit = saved;
+  limit.rlim_cur = 100;
+  setrlimit(RLIMIT_FSIZE, &limit);
+  int result = MaterialSave(block.get(), path.c_str());
+  setrlimit(RLIMIT_FSIZE, &saved);
+  sigaction(SIGXFSZ, &previous, nullptr);
+  EXPECT_EQ(result, 0);
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+// The swatch's set-up finds its own file in the data folder by control id.
+TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
+  std::filesystem::path home = std::filesystem::temp_directory_path() / "lw_material_home";
+  std::filesystem::create_directories(home / "Brindle Foundries" / "Lettermotion 3");
+  const char* oldConfig = std::getenv("XDG_CONFIG_HOME");
+  std::string restore = oldConfig != nullptr ? oldConfig : "";
+  setenv("XDG_CONFIG_HOME", home.c_str(), 1);
+
+  MemOwner saved(MaterialLoad("", 0x010203, 0));
+  ASSERT_EQ(MaterialSave(saved.get(), MaterialPath(129)), 1);
+  EXPECT_TRUE(std::filesystem::exists(home / "Brindle Foundries" / "Lettermotion 3" / "Material00129.mtrl"));
+  for (int useFile : {1, 0}) {
+    MemOwner block(MaterialSetUp(129, 0x7F7F7F, useFile));
+    auto* record = static_cast<MaterialRecord*>(MemLock(block.get()));
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->colour, useFile != 0 ? 0x010203u : 0x7F7F7Fu);
+    MemUnlock(block.get());
+  }
+  MemOwner other(MaterialSetUp(130, 0x7F7F7F, 1));
+  auto* record = static_cast<MaterialRecord*>(MemLock(other.get()));
+  EXPECT_EQ(record->colour, 0x7F7F7Fu);
+  MemUnlock(other.get());
+
+  if (oldConfig != nullptr) setenv("XDG_CONFIG_HOME", restore.c_str(), 1); else unsetenv("XDG_CONFIG_HOME");
+  std::filesystem::remove_all(home);
+}
+
+}  // namespace

@@ -1,0 +1,304 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "fills/material.h"
+#include "plugin/controls_snapshot.h"
+#include "plugin/platform.h"
+
+namespace {
+
+std::vector<std::uint8_t> ReadBytes(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void WriteBytes(const std::string& path, const std::vector<std::uint8_t>& bytes) {
+  std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+}
+
+std::uint32_t WordAt(const std::vector<std::uint8_t>& bytes, std::size_t offset) {
+  std::uint32_t word;
+  std::memcpy(&word, bytes.data() + offset, 4);
+  return word;
+}
+
+// Locks a block for the test's scope.
+struct RecordLock {
+  explicit RecordLock(MemHandle block) : block(block), record(static_cast<MaterialRecord*>(MemLock(block))) {}
+  ~RecordLock() { MemUnlock(block); }
+  MemHandle block;
+  MaterialRecord* record;
+};
+
+class MaterialFile : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    path_ = (std::filesystem::temp_directory_path() / (std::string("lw_material_") + test->name() + ".mtrl")).string();
+    std::remove(path_.c_str());
+  }
+  void TearDown() override { std::remove(path_.c_str()); }
+
+  // A record with a value in every field a file keeps, and handles a file
+  // must not keep.
+  MemOwner Filled() {
+    MemOwner block(MaterialLoad(path_.c_str(), 0x112233, 0));
+    RecordLock lock(block.get());
+    MaterialRecord* r = lock.record;
+    r->kind = kMaterialTexture;
+    r->state = kMaterialStateFace | kMaterialStateArrow;
+    r->gradient.shape = 3;
+    r->gradient.edgePad = 45;
+    r->gradient.centreX = -50;
+    r->gradient.rotation = -360;
+    r->gradient.twoColour = 0;
+    std::strcpy(r->gradient.record.name, "Sunset");
+    r->gradient.record.flags = kFountainFlagLooped;
+    r->gradient.record.markerCount = 2;
+    r->gradient.record.markers[1] = 0xF0123456;
+    r->gradient.record.selectedMarker = 1;
+    r->gradient.record.lastY = 77;
+    r->gradient.record.preview = reinterpret_cast<DibHandle>(0x1234);
+    r->texture.TextureType = 5;
+    r->texture.SeedValue[4] = -9;
+    r->texture.ColorBlue[3] = 0.5f;
+    r->texture.BubbleShape = 3;
+    std::strcpy(r->matrix.path, "C:\\tiles\\lwmotio3.mtx");
+    r->matrix.index = 12;
+    r->matrix.tile = reinterpret_cast<DibHandle>(0x5678);
+    r->matrix.rectangle = {1, 2, 3, 4};
+    r->matrix.flags = 2;
+    r->preview = reinterpret_cast<DibHandle>(0x9ABC);
+    r->averageColour = 0xA0B0C0;
+    return block;
+  }
+
+  std::string path_;
+};
+
+TEST_F(MaterialFile, NewRecordHoldsInitialValues) {
+  MemOwner block(MaterialLoad(path_.c_str(), 0xE5E5E5, 1));
+  ASSERT_NE(block, nullptr);
+  EXPECT_EQ(MemSize(block.get()), kMaterialRecordSize);
+  RecordLock lock(block.get());
+  const MaterialRecord& r = *lock.record;
+  EXPECT_EQ(std::memcmp(r.magic, "BRNDCMAT", 8), 0);
+  EXPECT_EQ(r.size, 1282u);
+  EXPECT_EQ(r.version, 0x00040000u);
+  EXPECT_EQ(r.kind, kMaterialSimple);
+  EXPECT_EQ(r.colour, 0xE5E5E5u);
+  EXPECT_EQ(r.gradient.startColour, 0x404040u);
+  EXPECT_EQ(r.gradient.endColour, 0xC0C0C0u);
+  EXPECT_EQ(r.gradient.midpoint, 50);
+  EXPECT_EQ(r.gradient.twoColour, 1);
+  EXPECT_EQ(r.gradient.shape, 0);
+  EXPECT_EQ(std::memcmp(r.gradient.record.magic, "BRNDFOUN", 8), 0);
+  EXPECT_EQ(r.gradient.record.size, 585u);
+  EXPECT_EQ(r.gradient.record.endColour, 0xFFFFFFFFu);
+  EXPECT_EQ(r.gradient.record.markerCount, 7);
+  EXPECT_EQ(r.gradient.record.markers[6], 0xE0CC0099u);
+  EXPECT_EQ(r.gradient.record.markers[7], 0u);
+  EXPECT_EQ(r.texture.reservedOne, 1u);
+  EXPECT_EQ(r.texture.reservedFloats[3], 3.1f);
+  EXPECT_EQ(r.texture.MatrixSize, 64);
+  EXPECT_EQ(r.texture.ForeColour[4], 0xFF6060u);
+  EXPECT_EQ(r.texture.BackColour, 0xFF0000u);
+  EXPECT_EQ(r.texture.SeedValue[0], 10000);
+  EXPECT_EQ(r.texture.SeedValue[4], 10004);
+  EXPECT_EQ(r.texture.Dimension[2], 2.15f);
+  EXPECT_EQ(r.texture.CreaterCount, 5000);
+  EXPECT_EQ(r.texture.ColorGreen[1], 0.33f);
+  EXPECT_EQ(r.texture.BubblePower, 0.25f);
+  EXPECT_EQ(r.matrix.path[0], '\0');
+  EXPECT_EQ(r.matrix.tile, nullptr);
+  EXPECT_EQ(r.preview, nullptr);
+}
+
+TEST_F(MaterialFile, SavedImageHasTheFileLayout) {
+  MemOwner block = Filled();
+  ASSERT_EQ(MaterialSave(block.get(), path_.c_str()), 1);
+  std::vector<std::uint8_t> bytes = ReadBytes(path_);
+  ASSERT_EQ(bytes.size(), 1270u);
+  EXPECT_EQ(std::memcmp(bytes.data(), "BRNDCMAT", 8), 0);
+  EXPECT_EQ(WordAt(bytes, 8), 1282u);
+  EXPECT_EQ(WordAt(bytes, 16), kMaterialTexture);
+  EXPECT_EQ(WordAt(bytes, 20), 0x112233u);
+  EXPECT_EQ(WordAt(bytes, 24), 3u);  // the state is written; only loading clears it
+  EXPECT_EQ(WordAt(bytes, 28), 3u);
+  EXPECT_EQ(WordAt(bytes, 64), 0u);
+  EXPECT_EQ(std::memcmp(bytes.data() + 68, "BRNDFOUN", 8), 0);
+  EXPECT_EQ(WordAt(bytes, 68 + 12), 581u);
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()) + 68 + 20), "Sunset");
+  EXPECT_EQ(WordAt(bytes, 68 + 281), 0u);  // preview slot
+  EXPECT_EQ(WordAt(bytes, 68 + 285), 2u);
+  EXPECT_EQ(WordAt(bytes, 68 + 297 + 4), 0xF0123456u);
+  for (int i = 68 + 553; i < 649; ++i) EXPECT_EQ(bytes[i], 0) << "bar state at " << i;
+  EXPECT_EQ(WordAt(bytes, 649), 5u);
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()) + 917), "C:\\tiles\\lwmotio3.mtx");
+  EXPECT_EQ(WordAt(bytes, 1178), 12u);
+  EXPECT_EQ(WordAt(bytes, 1182), 0u);  // tile slot
+  EXPECT_EQ(WordAt(bytes, 1186), 1u);
+  EXPECT_EQ(WordAt(bytes, 1198), 4u);
+  EXPECT_EQ(WordAt(bytes, 1202), 2u);
+  EXPECT_EQ(WordAt(bytes, 1234), 0u);  // preview slot
+  EXPECT_EQ(WordAt(bytes, 1238), 0xA0B0C0u);
+}
+
+TEST_F(MaterialFile, RoundTripKeepsEveryStoredField) {
+  MemOwner saved = Filled();
+  ASSERT_EQ(MaterialSave(saved.get(), path_.c_str()), 1);
+  MemOwner loaded(MaterialLoad(path_.c_str(), 0xFFFFFF, 1));
+  ASSERT_NE(loaded, nullptr);
+  RecordLock before(saved.get());
+  RecordLock after(loaded.get());
+  // What the file cannot or must not carry, mended in the saved copy.
+  before.record->state = 0;
+  before.record->gradient.record.preview = nullptr;
+  before.record->gradient.record.selectedMarker = 0;
+  before.record->gradient.record.lastY = 0;
+  before.record->matrix.tile = nullptr;
+  before.record->preview = nullptr;
+  EXPECT_EQ(std::memcmp(before.record, after.record, sizeof(MaterialRecord)), 0);
+  EXPECT_EQ(after.record->colour, 0x112233u);
+  EXPECT_EQ(after.record->gradient.record.size, 585u);
+}
+
+TEST_F(MaterialFile, OverlongNamesAreCutTo260) {
+  MemOwner block(MaterialLoad(path_.c_str(), 0, 0));
+  {
+    RecordLock lock(block.get());
+    std::memset(lock.record->matrix.path, 'p', sizeof lock.record->matrix.path);
+    std::memset(lock.record->gradient.record.name, 'n', sizeof lock.record->gradient.record.name);
+  }
+  ASSERT_EQ(MaterialSave(block.get(), path_.c_str()), 1);
+  std::vector<std::uint8_t> bytes = ReadBytes(path_);
+  EXPECT_EQ(bytes[917 + 259], 'p');
+  EXPECT_EQ(bytes[917 + 260], 0);
+  EXPECT_EQ(bytes[68 + 20 + 260], 0);
+  MemOwner loaded(MaterialLoad(path_.c_str(), 0, 1));
+  RecordLock lock(loaded.get());
+  EXPECT_EQ(std::strlen(lock.record->matrix.path), 260u);
+  EXPECT_EQ(std::strlen(lock.record->gradient.record.name), 260u);
+}
+
+// A damaged file is ignored without a word: the caller's colour stands.
+TEST_F(MaterialFile, WrongSizeOrMagicLeavesTheDefaults) {
+  MemOwner saved = Filled();
+  ASSERT_EQ(MaterialSave(saved.get(), path_.c_str()), 1);
+  std::vector<std::uint8_t> good = ReadBytes(path_);
+  std::vector<std::uint8_t> shorter(good.begin(), good.end() - 1);
+  std::vector<std::uint8_t> longer = good;
+  longer.push_back(0);
+  std::vector<std::uint8_t> badMagic = good;
+  badMagic[7] = 'X';
+  for (const auto& bytes : {shorter, longer, badMagic}) {
+    WriteBytes(path_, bytes);
+    MemOwner block(MaterialLoad(path_.c_str(), 0x7F7F7F, 1));
+    ASSERT_NE(block, nullptr);
+    RecordLock lock(block.get());
+    EXPECT_EQ(lock.record->kind, kMaterialSimple) << bytes.size();
+    EXPECT_EQ(lock.record->colour, 0x7F7F7Fu) << bytes.size();
+    EXPECT_EQ(lock.record->matrix.index, 0) << bytes.size();
+  }
+}
+
+TEST_F(MaterialFile, FileIsIgnoredWhenNotWanted) {
+  MemOwner saved = Filled();
+  ASSERT_EQ(MaterialSave(saved.get(), path_.c_str()), 1);
+  MemOwner block(MaterialLoad(path_.c_str(), 0x7F7F7F, 0));
+  RecordLock lock(block.get());
+  EXPECT_EQ(lock.record->colour, 0x7F7F7Fu);
+  EXPECT_EQ(lock.record->kind, kMaterialSimple);
+}
+
+TEST_F(MaterialFile, SaveFailsWhereNoFileCanBeMade) {
+  MemOwner block(MaterialLoad(path_.c_str(), 0, 0));
+  std::string missing = path_ + ".missing-folder/Material00101.mtrl";
+  EXPECT_EQ(MaterialSave(block.get(), missing.c_str()), 0);
+  EXPECT_FALSE(std::filesystem::exists(missing));
+  EXPECT_EQ(MaterialSave(nullptr, path_.c_str()), 0);
+}
+
+TEST(MaterialPath, NamesTheControlsFilesInTheDataFolder) {
+  std::string separator(1, kPlatformPathSeparator);
+  std::string material = MaterialPath(101);
+  if (material.empty()) GTEST_SKIP() << "no application-data folder";
+  std::string tail = separator + "Brindle Foundries" + separator + "Lettermotion 3" + separator;
+  EXPECT_EQ(material.substr(material.size() - tail.size() - 18), tail + "Material00101.mtrl");
+  std::string fountain = FountainPath(7);
+  EXPECT_EQ(fountain.substr(fountain.size() - 18), "Fountain00007.mtrl");
+  EXPECT_EQ(material.substr(0, material.size() - 18), fountain.substr(0, fountain.size() - 18));
+}
+
+TEST(MaterialRender, SolidFillCoversEveryPixel) {
+  MemOwner block(MaterialLoad("", 0x123456, 0));
+  RecordLock lock(block.get());
+  DibOwner dib(MaterialRender(lock.record, 5, 3));
+  ASSERT_NE(dib, nullptr);
+  DibLock image(dib.get());
+  EXPECT_EQ(image.head->biBitCount, 24);
+  EXPECT_EQ(image.head->biWidth, 5);
+  EXPECT_EQ(image.head->biHeight, 3);
+  for (int y = 0; y < 3; ++y)
+    for (int x = 0; x < 5; ++x) EXPECT_EQ(DibGetPixel(image.head, x, y), 0x123456);
+  EXPECT_EQ(MaterialAverageColour(dib.get()), 0x123456u);
+}
+
+TEST(MaterialRender, UnknownKindIsBlackAndUnbuiltKindsFail) {
+  MemOwner block(MaterialLoad("", 0x123456, 0));
+  RecordLock lock(block.get());
+  lock.record->kind = 9;
+  DibOwner black(MaterialRender(lock.record, 4, 4));
+  ASSERT_NE(black, nullptr);
+  EXPECT_EQ(MaterialAverageColour(black.get()), 0u);
+
+  lock.record->kind = kMaterialTexture;
+  EXPECT_EQ(MaterialRender(lock.record, 300, 100), nullptr);
+  EXPECT_EQ(lock.record->texture.rectangle.right, 300);
+  EXPECT_EQ(lock.record->texture.rectangle.bottom, 300);
+  lock.record->kind = kMaterialTile;
+  EXPECT_EQ(MaterialRender(lock.record, 30, 20), nullptr);
+  EXPECT_EQ(lock.record->matrix.rectangle.right, 30);
+  EXPECT_EQ(lock.record->matrix.rectangle.bottom, 20);
+  lock.record->kind = kMaterialGradient;
+  EXPECT_EQ(MaterialRender(lock.record, 30, 20), nullptr);
+}
+
+TEST(MaterialAverageColour, TruncatesEachChannelsMean) {
+  DibOwner dib(DibNew(3, 1, nullptr, 24));
+  {
+    DibLock image(dib.get());
+    DibPutPixel(image.head, 0, 0, 0x0102FF);
+    DibPutPixel(image.head, 1, 0, 0x0001FF);
+    DibPutPixel(image.head, 2, 0, 0x000001);
+  }
+  // Red (255 + 255 + 1) / 3 = 170, green 3 / 3 = 1, blue 1 / 3 = 0.
+  EXPECT_EQ(MaterialAverageColour(dib.get()), 0x0001AAu);
+  DibOwner empty(DibNew(0, 0, nullptr, 24));
+  EXPECT_EQ(MaterialAverageColour(empty.get()), 0u);
+  EXPECT_EQ(MaterialAverageColour(nullptr), 0u);
+}
+
+TEST(EffectBackgroundColourOf, SolidFillGivesItsColourElseMinusOne) {
+  ControlsSnapshot snapshot;
+  SnapshotInit(&snapshot);
+  SnapshotSetData(&snapshot, 105, MaterialLoad("", 0xE5E5E5, 0));
+  EXPECT_EQ(EffectBackgroundColourOf(&snapshot.controls, 105), 0xE5E5E5);
+  EXPECT_EQ(EffectBackgroundColourOf(&snapshot.controls, 106), -1);
+  EXPECT_EQ(MaterialLock(&snapshot.controls, 106), nullptr);
+  MaterialRecord* record = MaterialLock(&snapshot.controls, 105);
+  ASSERT_NE(record, nullptr);
+  record->kind = kMaterialGradient;
+  MaterialUnlock(&snapshot.controls, 105);
+  EXPECT_EQ(EffectBackgroundColourOf(&snapshot.controls, 105), -1);
+  SnapshotClear(&snapshot);
+}
+
+}  // namespace
