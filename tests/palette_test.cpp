@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <vector>
 
 #include "colour/palette.h"
 
@@ -50,22 +51,23 @@ TEST(FixedPalette, RowsOutsideTheTableGiveTheOrthogonal256Row) {
 }
 
 TEST(FixedPalette, SmallRowsHoldTheirListedColoursInOrder) {
-  Palette bw = Build(0);
-  EXPECT_TRUE(EntryIs(bw, 0, 0, 0, 0));
-  EXPECT_TRUE(EntryIs(bw, 1, 255, 255, 255));
-
-  Palette windows = Build(1);
-  EXPECT_TRUE(EntryIs(windows, 1, 0x80, 0, 0));
-  EXPECT_TRUE(EntryIs(windows, 4, 0, 0, 0x80));
-  EXPECT_TRUE(EntryIs(windows, 8, 0xC0, 0xC0, 0xC0));
-  EXPECT_TRUE(EntryIs(windows, 12, 0, 0, 0xFF));
-  EXPECT_TRUE(EntryIs(windows, 15, 0xFF, 0xFF, 0xFF));
-
-  Palette corners = Build(9);
-  EXPECT_TRUE(EntryIs(corners, 1, 255, 0, 0));
-  EXPECT_TRUE(EntryIs(corners, 3, 255, 255, 0));
-  EXPECT_TRUE(EntryIs(corners, 4, 0, 0, 255));
-  EXPECT_TRUE(EntryIs(corners, 6, 0, 255, 255));
+  struct Listed {
+    int row;
+    std::vector<std::uint32_t> rrggbb;
+  };
+  const Listed rows[] = {
+      {0, {0x000000, 0xFFFFFF}},
+      {1, {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080, 0x008080, 0x808080, 0xC0C0C0, 0xFF0000,
+           0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF}},
+      {9, {0x000000, 0xFF0000, 0x00FF00, 0xFFFF00, 0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF}},
+  };
+  for (const Listed& listed : rows) {
+    Palette palette = Build(listed.row);
+    for (std::size_t i = 0; i < listed.rrggbb.size(); ++i) {
+      std::uint32_t c = listed.rrggbb[i];
+      EXPECT_TRUE(EntryIs(palette, static_cast<int>(i), c >> 16, c >> 8 & 0xFF, c & 0xFF)) << listed.row << " " << i;
+    }
+  }
 }
 
 TEST(FixedPalette, OrthogonalRowsRunBlueFastestOverTheirLevelSets) {
