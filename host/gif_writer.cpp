@@ -1,0 +1,222 @@
+// GIF89a encoder: blocks, colour table and a variable-width LZW coder.
+#include "host/gif_writer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+constexpr int kLzwMaxBits = 12;
+constexpr int kLzwTableSize = 1 << kLzwMaxBits;  // 4096 codes
+
+// Codes in least-significant-bit-first order, as GIF packs them.
+struct BitPacker {
+  std::vector<std::uint8_t>* out;
+  std::uint32_t pending = 0;
+  int pendingBits = 0;
+
+  void Put(int code, int width) {
+    pending |= static_cast<std::uint32_t>(code) << pendingBits;
+    pendingBits += width;
+    while (pendingBits >= 8) {
+      out->push_back(static_cast<std::uint8_t>(pending));
+      pending >>= 8;
+      pendingBits -= 8;
+    }
+  }
+  void Flush() {
+    if (pendingBits > 0) out->push_back(static_cast<std::uint8_t>(pending));
+    pending = 0;
+    pendingBits = 0;
+  }
+};
+
+// The string table: (prefix code, next index) -> code, open addressing over
+// twice the number of codes so probes stay short.
+struct LzwDictionary {
+  static constexpr int kSlots = 2 * kLzwTableSize;
+  std::vector<std::int32_t> keys = std::vector<std::int32_t>(kSlots, -1);
+  std::vector<std::int16_t> codes = std::vector<std::int16_t>(kSlots, 0);
+
+  static int Key(int prefix, int index) { return prefix << 8 | index; }
+  int Slot(int key) const {
+    int slot = (key * 2654435761u) >> 19 & (kSlots - 1);
+    while (keys[slot] != -1 && keys[slot] != key) slot = (slot + 1) & (kSlots - 1);
+    return slot;
+  }
+  int Find(int prefix, int index) const {
+    int slot = Slot(Key(prefix, index));
+    return keys[slot] == -1 ? -1 : codes[slot];
+  }
+  void Add(int prefix, int index, int code) {
+    int key = Key(prefix, index);
+    int slot = Slot(key);
+    keys[slot] = key;
+    codes[slot] = static_cast<std::int16_t>(code);
+  }
+  void Clear() { std::fill(keys.begin(), keys.end(), -1); }
+};
+
+int BitsFor(int highestValue) {
+  int bits = 1;
+  while ((1 << bits) <= highestValue) ++bits;
+  return bits;
+}
+
+void PutWord(std::vector<std::uint8_t>* out, int value) {
+  out->push_back(static_cast<std::uint8_t>(value));
+  out->push_back(static_cast<std::uint8_t>(value >> 8));
+}
+
+// Data cut into sub-blocks of at most 255 bytes, ended by an empty one.
+void PutSubBlocks(std::vector<std::uint8_t>* out, const std::uint8_t* data, std::size_t size) {
+  for (std::size_t start = 0; start < size; start += 255) {
+    std::size_t length = std::min<std::size_t>(255, size - start);
+    out->push_back(static_cast<std::uint8_t>(length));
+    out->insert(out->end(), data + start, data + start + length);
+  }
+  out->push_back(0);
+}
+
+void PutHeader(std::vector<std::uint8_t>* out, const GifAnimation& animation, int tableBits) {
+  int width = animation.width;
+  int height = animation.height;
+  for (const GifFrame& frame : animation.frames) {
+    width = std::max(width, frame.width);
+    height = std::max(height, frame.height);
+  }
+  for (char letter : std::string_view("GIF89a")) out->push_back(static_cast<std::uint8_t>(letter));
+  PutWord(out, width);
+  PutWord(out, height);
+  // Global table present, 8 bits of colour resolution, table of 2^tableBits.
+  out->push_back(static_cast<std::uint8_t>(0x80 | 7 << 4 | (tableBits - 1)));
+  out->push_back(0);  // background colour index
+  out->push_back(0);  // square pixels
+  out->insert(out->end(), animation.palette, animation.palette + 3 * (1 << tableBits));
+}
+
+void PutLoopForever(std::vector<std::uint8_t>* out) {
+  const std::uint8_t block[] = {0x21, 0xFF, 11, 'N', 'E', 'T', 'S', 'C', 'A', 'P', 'E', '2', '.', '0',
+                                3,    1,    0,  0,   0};
+  out->insert(out->end(), block, block + sizeof block);
+}
+
+void PutComment(std::vector<std::uint8_t>* out, const std::string& text) {
+  out->push_back(0x21);
+  out->push_back(0xFE);
+  PutSubBlocks(out, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+}
+
+void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSize) {
+  bool transparent = frame.transparentIndex >= 0 && frame.transparentIndex < 256;
+  out->push_back(0x21);
+  out->push_back(0xF9);
+  out->push_back(4);
+  out->push_back(static_cast<std::uint8_t>(frame.disposal << 2 | (transparent ? 1 : 0)));
+  PutWord(out, static_cast<int>(std::min<std::uint32_t>(frame.delay, 65535)));
+  out->push_back(static_cast<std::uint8_t>(transparent ? frame.transparentIndex : 0));
+  out->push_back(0);
+
+  out->push_back(0x2C);
+  PutWord(out, 0);
+  PutWord(out, 0);
+  PutWord(out, frame.width);
+  PutWord(out, frame.height);
+  out->push_back(0);  // no local table, not interlaced
+
+  out->push_back(static_cast<std::uint8_t>(codeSize));
+  std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize);
+  PutSubBlocks(out, codes.data(), codes.size());
+}
+
+}  // namespace
+
+int GifPaletteBits(int depth) { return std::clamp(depth, 1, 8); }
+
+int GifTableBits(const GifAnimation& animation) {
+  int highest = 1;  // a table has at least two entries
+  for (const GifFrame& frame : animation.frames) {
+    for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
+    if (frame.transparentIndex < 256) highest = std::max(highest, frame.transparentIndex);
+  }
+  return std::max(GifPaletteBits(animation.depth), BitsFor(highest));
+}
+
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
+  std::vector<std::uint8_t> out;
+  BitPacker packer{&out};
+  LzwDictionary dictionary;
+  const int clearCode = 1 << minimumCodeSize;
+  const int endCode = clearCode + 1;
+  int nextCode = endCode + 1;
+  int width = minimumCodeSize + 1;
+  packer.Put(clearCode, width);
+  if (count == 0) {
+    packer.Put(endCode, width);
+    packer.Flush();
+    return out;
+  }
+
+  int prefix = indices[0];
+  for (std::size_t position = 1; position < count; ++position) {
+    int index = indices[position];
+    int extended = dictionary.Find(prefix, index);
+    if (extended >= 0) {
+      prefix = extended;
+      continue;
+    }
+    packer.Put(prefix, width);
+    if (nextCode == kLzwTableSize) {
+      // The table is full: start over, as the decoder will on this code.
+      packer.Put(clearCode, width);
+      dictionary.Clear();
+      nextCode = endCode + 1;
+      width = minimumCodeSize + 1;
+    } else {
+      dictionary.Add(prefix, index, nextCode);
+      // The decoder adds each entry one code later than we do, so it widens
+      // its reads exactly when our newest code no longer fits.
+      if (nextCode == 1 << width) ++width;
+      ++nextCode;
+    }
+    prefix = index;
+  }
+  packer.Put(prefix, width);
+  // Reading that last code, the decoder adds its own entry, which may widen
+  // the end code.
+  if (nextCode == 1 << width && width < kLzwMaxBits) ++width;
+  packer.Put(endCode, width);
+  packer.Flush();
+  return out;
+}
+
+std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
+  std::vector<std::uint8_t> out;
+  int tableBits = GifTableBits(animation);
+  PutHeader(&out, animation, tableBits);
+  PutLoopForever(&out);
+  // Comments go ahead of the first image, where every decoder reads them.
+  for (const std::string& comment : animation.comments) PutComment(&out, comment);
+  for (const GifFrame& frame : animation.frames) PutFrame(&out, frame, std::max(2, tableBits));
+  out.push_back(0x3B);
+  return out;
+}
+
+int GifWriteFile(const GifAnimation& animation, const std::string& path) {
+  std::vector<std::uint8_t> bytes = GifEncode(animation);
+  std::string temporary = path + ".tmp";
+  std::FILE* file = std::fopen(temporary.c_str(), "wb");
+  if (file == nullptr) return 0;
+  bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+  written = std::fclose(file) == 0 && written;
+  std::error_code error;
+  if (written) std::filesystem::rename(temporary, path, error);
+  if (!written || error) {
+    std::filesystem::remove(temporary, error);
+    return 0;
+  }
+  return 1;
+}

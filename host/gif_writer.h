@@ -1,0 +1,57 @@
+// Animated GIF89a output: one global colour table, an endless loop, one
+// image per frame with its delay, disposal and transparent index, and comment
+// blocks. An animation is gathered in memory and encoded whole when it is
+// written, so the colour table and code size can cover every index that any
+// frame holds, and the file appears only once it is complete.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// What a decoder does with a frame's area before the next frame is drawn.
+enum GifDisposal : std::uint8_t {
+  kGifDisposalUnspecified = 0,
+  kGifDisposalKeep = 1,        // leave it: transparent pixels of the next frame show this one
+  kGifDisposalBackground = 2,  // clear it: transparent pixels of the next frame show what lies behind
+};
+
+struct GifFrame {
+  int width;
+  int height;
+  std::vector<std::uint8_t> indices;  // width * height palette indices, rows from the top
+  std::uint32_t delay;                // hundredths of a second; above 65535 is written as 65535
+  std::int32_t transparentIndex;      // -1 for none
+  GifDisposal disposal;
+};
+
+struct GifAnimation {
+  int width;   // logical screen; grown to the largest frame when written
+  int height;
+  int depth;   // bits per pixel of the palette: 2^depth entries, at least 2, at most 256
+  std::uint8_t palette[768];  // 256 triples of red, green, blue
+  std::vector<GifFrame> frames;
+  std::vector<std::string> comments;
+};
+
+// Bits of the table that a depth asks for: 1 to 8.
+int GifPaletteBits(int depth);
+
+// Bits of the global colour table: the animation's depth, widened when a
+// frame holds an index (or names a transparent index) beyond it. The widened
+// entries come from the rest of the 256-entry palette.
+int GifTableBits(const GifAnimation& animation);
+
+// The LZW code stream of one image, without the code-size byte and before it
+// is cut into sub-blocks: a clear code first, codes growing from
+// minimumCodeSize + 1 to 12 bits, a clear code whenever the table is full, and
+// the end code last.
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize);
+
+// The whole file.
+std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
+
+// Writes the file through a temporary file beside path that is renamed over
+// path on success and removed on failure. 1 on success, 0 on failure.
+int GifWriteFile(const GifAnimation& animation, const std::string& path);
