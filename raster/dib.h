@@ -62,8 +62,10 @@ inline std::uint8_t* DibRow(DibHead* head, int y) {
   return DibRows(head) + static_cast<std::ptrdiff_t>(head->biHeight - y - 1) * DibStride(head->biBitCount, head->biWidth);
 }
 
+// The inner loop of every effect goes through these two, so they are always
+// inlined.
 // COLORREF-shaped value (red low), the index at 8 bits or less; -1 out of range.
-inline std::int32_t DibGetPixel(const DibHead* head, int x, int y) {
+[[gnu::always_inline]] inline std::int32_t DibGetPixel(const DibHead* head, int x, int y) {
   if (x < 0 || y < 0 || x >= head->biWidth || y >= head->biHeight) return -1;
   const std::uint8_t* row = DibRow(head, y);
   switch (head->biBitCount) {
@@ -87,7 +89,7 @@ inline std::int32_t DibGetPixel(const DibHead* head, int x, int y) {
 }
 
 // Out of range, or at a depth the store does not have, nothing happens.
-inline void DibPutPixel(DibHead* head, int x, int y, std::uint32_t value) {
+[[gnu::always_inline]] inline void DibPutPixel(DibHead* head, int x, int y, std::uint32_t value) {
   if (x < 0 || y < 0 || x >= head->biWidth || y >= head->biHeight) return;
   std::uint8_t* row = DibRow(head, y);
   switch (head->biBitCount) {
