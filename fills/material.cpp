@@ -57,11 +57,13 @@ DibHandle MaterialRender(MaterialRecord* record, int width, int height) {
 std::uint32_t MaterialAverageColour(DibHandle dib) {
   DibLock lock(dib);
   if (lock.head == nullptr) return 0;
-  if (lock.head->biWidth <= 0 || lock.head->biHeight <= 0) return 0;
-  std::uint64_t count = static_cast<std::uint64_t>(lock.head->biWidth) * static_cast<std::uint64_t>(lock.head->biHeight);
+  int width = lock.head->biWidth;
+  int height = lock.head->biHeight;
+  if (width <= 0 || height <= 0) return 0;
+  std::uint64_t count = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
   std::uint64_t red = 0, green = 0, blue = 0;
-  for (int y = 0; y < lock.head->biHeight; ++y) {
-    for (int x = 0; x < lock.head->biWidth; ++x) {
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
       std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(lock.head, x, y));
       red += pixel & 0xFF;
       green += pixel >> 8 & 0xFF;

@@ -35,13 +35,33 @@ TEST(MaterialFileShortWrite, RemovesTheFile) {
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
+// Points the user's configuration folder at a folder of the test's own, and
+// back again.
+struct ConfigHome {
+  explicit ConfigHome(const std::filesystem::path& folder) : folder(folder) {
+    const char* old = std::getenv("XDG_CONFIG_HOME");
+    hadOld = old != nullptr;
+    if (hadOld) oldValue = old;
+    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
+  }
+  ~ConfigHome() {
+    if (hadOld) {
+      setenv("XDG_CONFIG_HOME", oldValue.c_str(), 1);
+    } else {
+      unsetenv("XDG_CONFIG_HOME");
+    }
+    std::filesystem::remove_all(folder);
+  }
+  std::filesystem::path folder;
+  bool hadOld;
+  std::string oldValue;
+};
+
 // The swatch's set-up finds its own file in the data folder by control id.
 TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
   std::filesystem::path home = std::filesystem::temp_directory_path() / "lw_material_home";
   std::filesystem::create_directories(home / "Brindle Foundries" / "Lettermotion 3");
-  const char* oldConfig = std::getenv("XDG_CONFIG_HOME");
-  std::string restore = oldConfig != nullptr ? oldConfig : "";
-  setenv("XDG_CONFIG_HOME", home.c_str(), 1);
+  ConfigHome config(home);
 
   MemOwner saved(MaterialLoad("", 0x010203, 0));
   ASSERT_EQ(MaterialSave(saved.get(), MaterialPath(129)), 1);
@@ -55,11 +75,9 @@ TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
   }
   MemOwner other(MaterialSetUp(130, 0x7F7F7F, 1));
   auto* record = static_cast<MaterialRecord*>(MemLock(other.get()));
+  ASSERT_NE(record, nullptr);
   EXPECT_EQ(record->colour, 0x7F7F7Fu);
   MemUnlock(other.get());
-
-  if (oldConfig != nullptr) setenv("XDG_CONFIG_HOME", restore.c_str(), 1); else unsetenv("XDG_CONFIG_HOME");
-  std::filesystem::remove_all(home);
 }
 
 }  // namespace
