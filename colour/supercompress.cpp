@@ -2,15 +2,12 @@
 #include "colour/supercompress.h"
 
 #include "colour/frame_records.h"
+#include "plugin/host_call.h"
 
 namespace {
 
 constexpr std::uint8_t kMaskPalette[6] = {0, 0, 0, 255, 255, 255};
 constexpr char kSupercompressingText[] = "Supercompressing";
-
-void HostNotify(const HostRecord* host, std::uint32_t code, std::int64_t argument, std::int64_t pointerArgument) {
-  if (host != nullptr && host->callback != nullptr) host->callback(nullptr, code, argument, pointerArgument);
-}
 
 // Compares the frame with the running picture pixel by pixel over the
 // picture's size, takes over what changed and marks what did not.
@@ -58,12 +55,12 @@ int SupercompressFrame(FrameList* frames, int index, DibHandle* previousImage, s
 }  // namespace
 
 int Supercompress(FrameList* frames, DibHandle* previousImage, std::int32_t deltaColour, const HostRecord* host) {
-  HostNotify(host, kHostStatusText, 0, reinterpret_cast<std::int64_t>(kSupercompressingText));
+  HostStatus(host, kSupercompressingText);
   for (int index = 0; index < frames->count; ++index) {
-    HostNotify(host, kHostProgress, index, frames->count);
+    HostProgress(host, index, frames->count);
     if (SupercompressFrame(frames, index, previousImage, deltaColour) == 0) return 0;
   }
-  HostNotify(host, kHostProgress, 0, 0);
+  HostProgress(host, 0, 0);
   return 1;
 }
 

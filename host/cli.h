@@ -9,3 +9,5 @@ struct CliCommand {
 
 int CliDescribe(int argc, char** argv);
 int CliSettings(int argc, char** argv);
+int CliRender(int argc, char** argv);
+int CliEffects(int argc, char** argv);

@@ -9,6 +9,8 @@ namespace {
 
 constexpr CliCommand kCommands[] = {
     {"describe", "print the plug-in's self-description", CliDescribe},
+    {"render", "render the current effect to an animated GIF (or PNG frames)", CliRender},
+    {"effects", "list the effects by row", CliEffects},
     {"settings", "print the effective settings in LWMOTIO3.INI's format", CliSettings},
 };
 

@@ -1,0 +1,156 @@
+#include "effects/simple.h"
+
+#include <vector>
+
+#include "effects/text_frame.h"
+#include "plugin/host_call.h"
+#include "raster/blur.h"
+
+namespace {
+
+constexpr PanelLookIds kSimpleLook = {100, 121, 103, 109, 111, 113, 115, 119};
+constexpr int kFillId = 101;
+constexpr int kShadowFillId = 107;
+constexpr int kBackgroundId = 105;
+constexpr int kFramesId = 117;
+constexpr int kScrollId = 122;
+
+// The shadow: its fill, read relative to the shadow's place so that it moves
+// with the letters, through the (blurred) shadow mask.
+int CompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
+  DibOwner fill(RenderFillOf(dialog, kShadowFillId, frame.size.width, frame.size.height));
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
+  if (fill == nullptr || mask == nullptr) return 0;
+  if (frame.look.softness > 0) {
+    mask.reset(GaussianBlur(mask.get(), frame.look.softness + 2));
+    if (mask == nullptr) return 0;
+  }
+  DibLock fillLock(fill.get());
+  DibLock maskLock(mask.get());
+  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
+  CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
+  return 1;
+}
+
+// The text's fill, fixed to the frame, through the text mask.
+int CompositeText(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
+  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
+  DibLock fillLock(fill.get());
+  DibLock maskLock(mask.get());
+  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
+  CompositeFill(picture, fillLock.head, maskLock.head);
+  return 1;
+}
+
+int CompositeOutlineAt(const TextFrame& frame, DibHead* picture, int x, int y) {
+  DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  return 1;
+}
+
+int AppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
+  FrameRecord record{};
+  record.image = image;
+  record.delay = delay;
+  record.transparentIndex = -1;
+  if (FrameListAppend(context->frames, &record) == 1) return 1;
+  MemFree(image);
+  return 0;
+}
+
+}  // namespace
+
+DibHandle SimpleGenerate(EffectContext* context) {
+  const Controls* dialog = context->dialog;
+  const auto* scroll = static_cast<const SimpleExtra*>(context->extra);
+  TextFrame frame;
+  if (TextFrameMeasure(dialog, kSimpleLook, &frame) == 0) return nullptr;
+
+  DibOwner picture(RenderFillOf(dialog, kBackgroundId, frame.size.width, frame.size.height));
+  DibLock pictureLock(picture.get());
+  if (pictureLock.head == nullptr) return nullptr;
+  int baseX = scroll->scrollX + frame.pad;
+  int baseY = scroll->scrollY + frame.pad;
+  if (frame.look.shadowOn != 0 &&
+      CompositeShadow(dialog, frame, pictureLock.head, baseX + frame.place.shadowX, baseY + frame.place.shadowY) == 0)
+    return nullptr;
+  int textX = baseX + frame.place.textX;
+  int textY = baseY + frame.place.textY;
+  if (CompositeText(dialog, frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && CompositeOutlineAt(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  return picture.release();
+}
+
+int SimpleScrollPlan(int direction, int width, int height, int frames, ScrollStep* steps) {
+  bool vertical = direction == 0 || direction == 3;
+  bool decreasing = direction == 0 || direction == 2;
+  int size = vertical ? height : width;
+  int span = 2 * size;
+  int count = frames < span ? frames : span;
+  double step = static_cast<double>(span) / count;
+  double offset = decreasing ? size : -size;
+  for (int i = 0; i < count; ++i) {
+    bool last = i == count - 1;
+    if (decreasing) {
+      offset -= step;
+      steps[i].pauses = last || (offset >= 0 && offset - step < 0);
+    } else {
+      steps[i].pauses = last || (offset < 0 && offset + step >= 0);
+      offset += step;
+    }
+    steps[i].offset = static_cast<int>(offset);
+  }
+  return count;
+}
+
+int SimplePreview(EffectContext* context) {
+  SimpleExtra extra{};
+  context->flags |= kEffectFlagPreview;
+  context->extra = &extra;
+  context->previewBitmap = SimpleGenerate(context);
+  return 1;
+}
+
+int SimpleBuild(EffectContext* context) {
+  const Controls* dialog = context->dialog;
+  int rolling = ControlChecked(dialog, 32);
+  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
+  int frames = ReadControlInt(dialog, kFramesId);
+  int direction = ReadControlNumber(dialog, kScrollId);
+
+  SimpleExtra extra{};
+  context->extra = &extra;
+  context->flags |= kEffectFlagStill;
+  DibHandle still = SimpleGenerate(context);
+  if (still == nullptr) return 0;
+  if (rolling == 0) return AppendFrame(context, still, delay);
+
+  int width = 0;
+  int height = 0;
+  {
+    DibLock lock(still);
+    if (lock.head != nullptr) {
+      width = lock.head->biWidth;
+      height = lock.head->biHeight;
+    }
+  }
+  MemFree(still);
+  if (width == 0) return 0;
+
+  std::vector<ScrollStep> steps(frames);
+  int count = SimpleScrollPlan(direction, width, height, frames, steps.data());
+  bool vertical = direction == 0 || direction == 3;
+  for (int i = 0; i < count; ++i) {
+    extra.scrollX = vertical ? 0 : steps[i].offset;
+    extra.scrollY = vertical ? steps[i].offset : 0;
+    DibHandle image = SimpleGenerate(context);
+    if (image == nullptr) return 0;
+    if (AppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    HostProgress(context->host, i, count);
+  }
+  return 1;
+}

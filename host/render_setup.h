@@ -1,0 +1,29 @@
+// What the headless renderer does before a run, as the dialog and the
+// installer would: settings from the command line, the data folders, and the
+// headless dialog loaded from the settings.
+#pragma once
+
+#include <string>
+
+#include "plugin/controls_snapshot.h"
+
+// Stores KEY=VALUE into the setting named KEY, as a line of the settings
+// file would. Refuses an unknown key, and a number setting whose value is not
+// a whole number. 0 with error set on refusal.
+int RenderSetSetting(const std::string& assignment, std::string* error);
+
+// The effect's row from its display name (any case) or row number; -1 if
+// neither.
+int RenderEffectIndex(const std::string& nameOrRow);
+
+// Stores UTF-8 text as MainText in the system's code page. Refuses empty
+// text, text longer than the edit holds and characters the code page lacks.
+int RenderSetText(const std::string& utf8, std::string* error);
+
+// Makes the maker's folder and the plug-in's data folder below it, as the
+// installer does. 0 with error set if they cannot be made.
+int RenderMakeDataFolders(std::string* error);
+
+// The dialog as it stands after start-up for a host with hostFlags, with
+// the two values that are not settings: Custom palette and Character space.
+void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace);
