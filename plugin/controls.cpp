@@ -13,6 +13,30 @@ int ControlSelection(const Controls* dialog, int id) { return dialog->ops->selec
 
 MemHandle ControlData(const Controls* dialog, int id) { return dialog->ops->data(dialog->impl, id); }
 
+void ControlSetText(const Controls* dialog, int id, const char* text) { dialog->ops->setText(dialog->impl, id, text); }
+
+void ControlSetCheck(const Controls* dialog, int id, int checked) {
+  dialog->ops->setCheck(dialog->impl, id, checked);
+}
+
+void ControlSetSelection(const Controls* dialog, int id, int index) {
+  dialog->ops->setSelection(dialog->impl, id, index);
+}
+
+void ControlSelectText(const Controls* dialog, int id, const char* text) {
+  dialog->ops->selectText(dialog->impl, id, text);
+}
+
+void ControlClearList(const Controls* dialog, int id) { dialog->ops->clearList(dialog->impl, id); }
+
+void ControlAddItem(const Controls* dialog, int id, const char* text) { dialog->ops->addItem(dialog->impl, id, text); }
+
+void ControlShowMessage(const Controls* dialog, const char* text) { dialog->ops->showMessage(dialog->impl, text); }
+
+void* ControlWaitCursor(const Controls* dialog, int wait, void* previous) {
+  return dialog->ops->waitCursor(dialog->impl, wait, previous);
+}
+
 namespace {
 
 constexpr int kUpDownOffset = 10000;

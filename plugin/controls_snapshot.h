@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "plugin/controls.h"
 
@@ -13,6 +14,9 @@ struct ControlsSnapshot {
   std::map<int, int> checks;
   std::map<int, int> selections;
   std::map<int, MemHandle> data;  // owned by the snapshot
+  std::map<int, std::vector<std::string>> items;  // the items of lists
+  std::vector<std::string> messages;  // every message shown, in order
+  bool messagesToStderr = false;      // also print each as one line on stderr
   Controls controls;
 };
 
