@@ -7,8 +7,10 @@
 
 #include "plugin/host_check.h"
 #include "plugin/host_interface.h"
+#include "plugin/main_dialog_win32.h"
 #include "plugin/plugin_params.h"
 #include "plugin/plugin_state_win32.h"
+#include "raster/gdi_command.h"
 
 namespace {
 
@@ -71,12 +73,18 @@ extern "C" int PLUGIN16DoBuild(HWND parent, HostRecord* host) {
   g_fontArial14 = CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
   g_fontDialog = CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "MS Sans Serif");
   g_fontArial12 = CreateFontA(12, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "Arial");
+  GdiOp drawing{};
+  drawing.op = kGdiStart;
+  GdiCommand(&drawing);
   FindProgramFolder();
+  MainDialogRun(parent, host);
 
   UpdateWindow(parent);
   DeleteObject(g_fontArial12);
   DeleteObject(g_fontDialog);
   DeleteObject(g_fontArial14);
   g_fontArial12 = g_fontDialog = g_fontArial14 = nullptr;
+  drawing.op = kGdiStop;
+  GdiCommand(&drawing);
   return 1;
 }

@@ -1,0 +1,29 @@
+// What the drawing service asks of the platform below it: starting and
+// stopping the engine, and a text session that measures strings and
+// rasterises them with one font. Implemented once with GDI+ and once with
+// FreeType and fontconfig.
+#pragma once
+
+#include <cstdint>
+
+#include "raster/gdi_command.h"
+
+// 1 on success, with the engine's token; 0 if the engine cannot start.
+int GdiBackendStart(std::uint64_t* token);
+void GdiBackendStop(std::uint64_t token);
+
+struct GdiTextSession;
+
+// The font of the op and a surface to measure on; null if the engine is not
+// started or the font cannot be made.
+GdiTextSession* GdiTextOpen(const GdiOp* op);
+void GdiTextClose(GdiTextSession* session);
+
+// Box of the string laid out alone at the origin, truncated to whole pixels.
+// 0 (and a zero box) if it cannot be measured.
+int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* height);
+
+// The string drawn in colour (COLORREF) on black, at the origin of a 24-bit
+// bitmap of the given size; antialias 0 draws with single-bit coverage.
+DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, int height, std::uint32_t colour,
+                         int antialias);
