@@ -7,7 +7,6 @@
 
 #include "plugin/host_check.h"
 #include "plugin/host_interface.h"
-#include "plugin/main_dialog_win32.h"
 #include "plugin/plugin_params.h"
 #include "plugin/plugin_state_win32.h"
 #include "raster/gdi_command.h"
@@ -77,7 +76,6 @@ extern "C" int PLUGIN16DoBuild(HWND parent, HostRecord* host) {
   drawing.op = kGdiStart;
   GdiCommand(&drawing);
   FindProgramFolder();
-  MainDialogRun(parent, host);
 
   UpdateWindow(parent);
   DeleteObject(g_fontArial12);
