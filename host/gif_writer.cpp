@@ -99,8 +99,7 @@ void PutHeader(std::vector<std::uint8_t>* out, const GifAnimation& animation, in
 }
 
 void PutLoopForever(std::vector<std::uint8_t>* out) {
-  const std::uint8_t block[] = {0x21, 0xFF, 11, 'N', 'E', 'T', 'S', 'C', 'A', 'P', 'E', '2', '.', '0',
-                                3,    1,    0,  0,   0};
+  const std::uint8_t block[] = {0x21, 0xFF, 11, 'N', 'E', 'T', 'S', 'C', 'A', 'P', 'E', '2', '.', '0', 3, 1, 0, 0, 0};
   out->insert(out->end(), block, block + sizeof block);
 }
 

@@ -27,9 +27,9 @@ struct GifFrame {
 };
 
 struct GifAnimation {
-  int width;   // logical screen; grown to the largest frame when written
+  int width;  // logical screen; grown to the largest frame when written
   int height;
-  int depth;   // bits per pixel of the palette: 2^depth entries, at least 2, at most 256
+  int depth;                  // bits per pixel of the palette: 2^depth entries, at least 2, at most 256
   std::uint8_t palette[768];  // 256 triples of red, green, blue
   std::vector<GifFrame> frames;
   std::vector<std::string> comments;

@@ -16,14 +16,14 @@
 #include "plugin/host_interface.h"
 
 struct ReferenceHost {
-  std::string outputPath;          // where a completed task is written
-  bool reportToStderr;             // status lines on stderr; progress only on a terminal
-  bool testRun;                    // the last task was opened by code 5
+  std::string outputPath;  // where a completed task is written
+  bool reportToStderr;     // status lines on stderr; progress only on a terminal
+  bool testRun;            // the last task was opened by code 5
   bool taskOpen;
   int filesWritten;
   std::vector<std::uint32_t> codes;  // every code received, in order
   std::string lastStatus;
-  GifAnimation animation;          // the open task's frames so far
+  GifAnimation animation;  // the open task's frames so far
 };
 
 // The one host state the callback works on.

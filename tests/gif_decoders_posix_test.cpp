@@ -12,14 +12,14 @@
 #include <sstream>
 
 #include "host/reference_host.h"
-#include "tests/gif_test_decoder.h"
+#include "tests/gif_test_support.h"
 
 namespace {
 
 struct ScenarioFrame {
   int width;
   int height;
-  int dibDepth;  // 1, 4, 8, or 24 for a true-colour frame
+  int dibDepth;                       // 1, 4, 8, or 24 for a true-colour frame
   std::vector<std::uint8_t> indices;  // what the file must hold, rows from the top
   std::uint32_t delay;
   std::int32_t transparentIndex;
@@ -35,31 +35,6 @@ struct Scenario {
 };
 
 using Rgba = std::vector<std::uint8_t>;  // 4 bytes a pixel
-
-std::vector<std::uint8_t> Noise(std::size_t count, int levels, std::uint32_t seed) {
-  std::vector<std::uint8_t> values(count);
-  for (std::uint8_t& value : values) {
-    seed = seed * 1103515245u + 12345u;
-    value = static_cast<std::uint8_t>((seed >> 16) % levels);
-  }
-  return values;
-}
-
-TaskRecord Task(int depth, int width, int height, std::uint32_t seed) {
-  TaskRecord task{};
-  task.size = sizeof(TaskRecord);
-  task.version = kInterfaceVersion;
-  task.bitsPerPixel = static_cast<std::uint32_t>(depth);
-  task.width = static_cast<std::uint32_t>(width);
-  task.height = static_cast<std::uint32_t>(height);
-  // Distinct colours, so that a decoder's colours identify its indices.
-  for (int entry = 0; entry < 256; ++entry) {
-    task.palette[3 * entry] = static_cast<std::uint8_t>(entry);
-    task.palette[3 * entry + 1] = static_cast<std::uint8_t>(entry * 7 + seed);
-    task.palette[3 * entry + 2] = static_cast<std::uint8_t>(255 - entry);
-  }
-  return task;
-}
 
 std::vector<std::uint32_t> DibValues(const Scenario& scenario, const ScenarioFrame& frame) {
   std::vector<std::uint32_t> values;
@@ -100,18 +75,18 @@ std::vector<Scenario> MakeScenarios() {
   std::filesystem::create_directories(folder);
 
   // A plain indexed animation; the last frame is smaller than the screen.
-  Scenario indexed{"indexed", Task(4, 23, 17, 1), {}, "CREATED BY...\r\n\r\nfor more information.", {}};
-  indexed.frames.push_back({23, 17, 4, Noise(23 * 17, 16, 1), 5, -1, 0});
-  indexed.frames.push_back({23, 17, 4, Noise(23 * 17, 16, 2), 10, -1, 0});
-  indexed.frames.push_back({20, 10, 4, Noise(20 * 10, 16, 3), 250, -1, 0});
+  Scenario indexed{"indexed", TestTask(4, 23, 17, 1), {}, "CREATED BY...\r\n\r\nfor more information.", {}};
+  indexed.frames.push_back({23, 17, 4, TestNoise(23 * 17, 16, 1), 5, -1, 0});
+  indexed.frames.push_back({23, 17, 4, TestNoise(23 * 17, 16, 2), 10, -1, 0});
+  indexed.frames.push_back({20, 10, 4, TestNoise(20 * 10, 16, 3), 250, -1, 0});
   scenarios.push_back(indexed);
 
   // Supercompression: index 199 marks pixels that did not change, so the
   // frame before must show through.
-  Scenario delta{"supercompressed", Task(8, 31, 9, 2), {}, "", {}};
-  delta.frames.push_back({31, 9, 8, Noise(31 * 9, 199, 4), 7, -1, 0});
+  Scenario delta{"supercompressed", TestTask(8, 31, 9, 2), {}, "", {}};
+  delta.frames.push_back({31, 9, 8, TestNoise(31 * 9, 199, 4), 7, -1, 0});
   for (std::uint32_t seed : {5u, 6u}) {
-    std::vector<std::uint8_t> changes = Noise(31 * 9, 199, seed);
+    std::vector<std::uint8_t> changes = TestNoise(31 * 9, 199, seed);
     for (std::size_t i = 0; i < changes.size(); ++i) {
       if (i % 5 != 0) changes[i] = 199;
     }
@@ -121,32 +96,34 @@ std::vector<Scenario> MakeScenarios() {
 
   // The Transparent option: the reserved index 3 on every frame, so each
   // frame shows alone over what lies behind.
-  Scenario transparent{"transparent", Task(2, 12, 6, 3), {}, "", {}};
-  for (std::uint32_t seed : {7u, 8u, 9u}) transparent.frames.push_back({12, 6, 4, Noise(12 * 6, 4, seed), 20, 3, 1});
+  Scenario transparent{"transparent", TestTask(2, 12, 6, 3), {}, "", {}};
+  for (std::uint32_t seed : {7u, 8u, 9u}) {
+    transparent.frames.push_back({12, 6, 4, TestNoise(12 * 6, 4, seed), 20, 3, 1});
+  }
   scenarios.push_back(transparent);
 
   // Supercompression over a fixed palette: the unchanged pixels carry 255,
   // far beyond an 8-entry table, and no transparency is announced.
-  Scenario beyond{"beyond_table", Task(3, 9, 4, 4), {}, "", {}};
-  beyond.frames.push_back({9, 4, 8, Noise(9 * 4, 8, 10), 10, -1, 0});
-  std::vector<std::uint8_t> marked = Noise(9 * 4, 8, 11);
+  Scenario beyond{"beyond_table", TestTask(3, 9, 4, 4), {}, "", {}};
+  beyond.frames.push_back({9, 4, 8, TestNoise(9 * 4, 8, 10), 10, -1, 0});
+  std::vector<std::uint8_t> marked = TestNoise(9 * 4, 8, 11);
   for (std::size_t i = 0; i < marked.size(); i += 3) marked[i] = 255;
   beyond.frames.push_back({9, 4, 8, marked, 10, -1, 0});
   scenarios.push_back(beyond);
 
   // Large noise: the code table fills and is cleared many times.
-  Scenario noisy{"noisy", Task(8, 160, 120, 5), {}, "noise", {}};
-  noisy.frames.push_back({160, 120, 8, Noise(160 * 120, 256, 12), 4, -1, 0});
-  noisy.frames.push_back({160, 120, 8, Noise(160 * 120, 256, 13), 4, -1, 0});
+  Scenario noisy{"noisy", TestTask(8, 160, 120, 5), {}, "noise", {}};
+  noisy.frames.push_back({160, 120, 8, TestNoise(160 * 120, 256, 12), 4, -1, 0});
+  noisy.frames.push_back({160, 120, 8, TestNoise(160 * 120, 256, 13), 4, -1, 0});
   scenarios.push_back(noisy);
 
   // Two-colour and true-colour tasks.
-  Scenario mono{"one_bit", Task(1, 17, 3, 6), {}, "", {}};
-  mono.frames.push_back({17, 3, 1, Noise(17 * 3, 2, 14), 3, 0, 1});
-  mono.frames.push_back({17, 3, 1, Noise(17 * 3, 2, 15), 3, 0, 1});
+  Scenario mono{"one_bit", TestTask(1, 17, 3, 6), {}, "", {}};
+  mono.frames.push_back({17, 3, 1, TestNoise(17 * 3, 2, 14), 3, 0, 1});
+  mono.frames.push_back({17, 3, 1, TestNoise(17 * 3, 2, 15), 3, 0, 1});
   scenarios.push_back(mono);
-  Scenario trueColour{"true_colour", Task(8, 10, 5, 7), {}, "", {}};
-  trueColour.frames.push_back({10, 5, 24, Noise(10 * 5, 256, 16), 6, -1, 0});
+  Scenario trueColour{"true_colour", TestTask(8, 10, 5, 7), {}, "", {}};
+  trueColour.frames.push_back({10, 5, 24, TestNoise(10 * 5, 256, 16), 6, -1, 0});
   scenarios.push_back(trueColour);
 
   for (Scenario& scenario : scenarios) {
@@ -323,19 +300,22 @@ TEST(GifDecoders, ImageMagickReadsRawAndCoalescedFramesAlike) {
 }
 
 TEST(GifDecoders, PillowReadsCoalescedFramesDelaysAndComment) {
+  const std::vector<Scenario>& scenarios = Scenarios();
   // The python3 first on the search path may lack Pillow; the system's has it.
-  std::filesystem::path script = std::filesystem::temp_directory_path() / "lwmotio3_gif_decoders" / "read.py";
-  std::ofstream(script) << "import sys\n"
-                           "from PIL import Image, GifImagePlugin\n"
-                           "GifImagePlugin.LOADING_STRATEGY = GifImagePlugin.LoadingStrategy.RGB_ALWAYS\n"
-                           "im = Image.open(sys.argv[1])\n"
-                           "print(im.info.get('loop'), 'c' + im.info.get('comment', b'').hex(), im.n_frames)\n"
-                           "for i in range(im.n_frames):\n"
-                           "    im.seek(i)\n"
-                           "    print(im.info.get('duration'), im.disposal_method, im.convert('RGBA').tobytes().hex())\n";
-  for (const Scenario& scenario : Scenarios()) {
+  std::filesystem::path script = scenarios[0].path.parent_path() / "read.py";
+  std::ofstream(script)
+      << "import sys\n"
+         "from PIL import Image, GifImagePlugin\n"
+         "GifImagePlugin.LOADING_STRATEGY = GifImagePlugin.LoadingStrategy.RGB_ALWAYS\n"
+         "im = Image.open(sys.argv[1])\n"
+         "print(im.info.get('loop'), 'c' + im.info.get('comment', b'').hex(), im.n_frames)\n"
+         "for i in range(im.n_frames):\n"
+         "    im.seek(i)\n"
+         "    print(im.info.get('duration'), im.disposal_method, im.convert('RGBA').tobytes().hex())\n";
+  for (const Scenario& scenario : scenarios) {
     SCOPED_TRACE(scenario.name);
-    std::istringstream lines(RunCommand("/usr/bin/python3 '" + script.string() + "' '" + scenario.path.string() + "' 2>&1"));
+    std::istringstream lines(
+        RunCommand("/usr/bin/python3 '" + script.string() + "' '" + scenario.path.string() + "' 2>&1"));
     std::string loop, commentHex;
     std::size_t frameCount = 0;
     lines >> loop >> commentHex >> frameCount;

@@ -1,7 +1,8 @@
-// A deliberately plain GIF reader for the tests: it walks the blocks of a
-// file, decodes LZW the textbook way and notes what the encoder did (clear
-// codes, widest code), so that the writer is checked against an independent
-// reading rather than against itself.
+// Support for the GIF tests: a deliberately plain GIF reader that walks the
+// blocks of a file, decodes LZW the textbook way and notes what the encoder
+// did (clear codes, widest code), so that the writer is checked against an
+// independent reading rather than against itself; and the makings of tasks
+// and frames to hand to the host.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +10,34 @@
 #include <string>
 #include <vector>
 
+#include "plugin/host_interface.h"
 #include "raster/dib.h"
+
+// Repeatable noise of values 0 to levels - 1.
+inline std::vector<std::uint8_t> TestNoise(std::size_t count, int levels, std::uint32_t seed) {
+  std::vector<std::uint8_t> values(count);
+  for (std::uint8_t& value : values) {
+    seed = seed * 1103515245u + 12345u;
+    value = static_cast<std::uint8_t>((seed >> 16) % levels);
+  }
+  return values;
+}
+
+// A task whose 256 palette entries all differ, so that colours identify indices.
+inline TaskRecord TestTask(int depth, int width, int height, std::uint32_t seed) {
+  TaskRecord task{};
+  task.size = sizeof(TaskRecord);
+  task.version = kInterfaceVersion;
+  task.bitsPerPixel = static_cast<std::uint32_t>(depth);
+  task.width = static_cast<std::uint32_t>(width);
+  task.height = static_cast<std::uint32_t>(height);
+  for (int entry = 0; entry < 256; ++entry) {
+    task.palette[3 * entry] = static_cast<std::uint8_t>(entry);
+    task.palette[3 * entry + 1] = static_cast<std::uint8_t>(entry * 7 + seed);
+    task.palette[3 * entry + 2] = static_cast<std::uint8_t>(255 - entry);
+  }
+  return task;
+}
 
 struct TestLzwStats {
   int clearCodes = 0;
@@ -82,7 +110,7 @@ inline std::vector<std::uint8_t> TestLzwDecode(const std::vector<std::uint8_t>& 
 
 struct TestGifFrame {
   int left = 0, top = 0, width = 0, height = 0;
-  int delay = -1;        // -1 when the frame has no control block
+  int delay = -1;  // -1 when the frame has no control block
   int disposal = -1;
   int transparent = -1;  // index, or -1
   bool localTable = false;
@@ -106,7 +134,10 @@ inline TestGif TestGifParse(const std::vector<std::uint8_t>& file) {
   TestGif gif;
   std::size_t at = 0;
   auto byte = [&]() -> int { return at < file.size() ? file[at++] : -1; };
-  auto word = [&]() { int low = byte(); return low | byte() << 8; };
+  auto word = [&]() {
+    int low = byte();
+    return low | byte() << 8;
+  };
   auto subBlocks = [&]() {
     std::vector<std::uint8_t> data;
     for (int length = byte(); length > 0; length = byte()) {
@@ -167,8 +198,8 @@ inline TestGif TestGifParse(const std::vector<std::uint8_t>& file) {
 // A bottom-up indexed or true-colour bitmap in the store's layout, built by
 // hand so the tests do not lean on the bitmap constructors.
 inline DibHandle TestMakeDib(int width, int height, int depth, const std::uint8_t* palette) {
-  std::size_t size = kDibHeadSize + DibColourTableBytes(depth) +
-                     static_cast<std::size_t>(DibStride(depth, width)) * height;
+  std::size_t size =
+      kDibHeadSize + DibColourTableBytes(depth) + static_cast<std::size_t>(DibStride(depth, width)) * height;
   DibHandle dib = MemAlloc(kMemMoveableZeroed, size);
   auto* head = static_cast<DibHead*>(MemLock(dib));
   head->biSize = kDibHeadSize;

@@ -1,23 +1,14 @@
+#include "host/gif_writer.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-#include "host/gif_writer.h"
-#include "tests/gif_test_decoder.h"
+#include "tests/gif_test_support.h"
 
 namespace {
-
-std::vector<std::uint8_t> Noise(std::size_t count, int levels, std::uint32_t seed) {
-  std::vector<std::uint8_t> values(count);
-  for (std::uint8_t& value : values) {
-    seed = seed * 1664525u + 1013904223u;
-    value = static_cast<std::uint8_t>((seed >> 16) % levels);
-  }
-  return values;
-}
 
 std::vector<std::uint8_t> RoundTrip(const std::vector<std::uint8_t>& indices, int codeSize, TestLzwStats* stats) {
   return TestLzwDecode(GifLzwEncode(indices.data(), indices.size(), codeSize), codeSize, stats);
@@ -47,9 +38,12 @@ std::vector<std::uint8_t> ReadWhole(const std::filesystem::path& path) {
 TEST(GifLzw, RoundTripsAtEveryCodeSizeForRunsNoiseAndTinyInputs) {
   for (int codeSize = 2; codeSize <= 8; ++codeSize) {
     int levels = 1 << codeSize;
-    std::vector<std::vector<std::uint8_t>> inputs = {
-        {}, {0}, {static_cast<std::uint8_t>(levels - 1), 0}, std::vector<std::uint8_t>(5000, 1),
-        Noise(3000, levels, codeSize), Noise(20000, 2, 7 * codeSize)};
+    std::vector<std::vector<std::uint8_t>> inputs = {{},
+                                                     {0},
+                                                     {static_cast<std::uint8_t>(levels - 1), 0},
+                                                     std::vector<std::uint8_t>(5000, 1),
+                                                     TestNoise(3000, levels, codeSize),
+                                                     TestNoise(20000, 2, 7 * codeSize)};
     for (const auto& input : inputs) {
       TestLzwStats stats;
       EXPECT_EQ(RoundTrip(input, codeSize, &stats), input) << "code size " << codeSize << ", " << input.size();
@@ -60,7 +54,7 @@ TEST(GifLzw, RoundTripsAtEveryCodeSizeForRunsNoiseAndTinyInputs) {
 }
 
 TEST(GifLzw, LargeNoisyFrameGrowsToTwelveBitsAndClearsAFullTable) {
-  std::vector<std::uint8_t> noisy = Noise(400 * 300, 256, 12345);
+  std::vector<std::uint8_t> noisy = TestNoise(400 * 300, 256, 12345);
   TestLzwStats stats;
   EXPECT_EQ(RoundTrip(noisy, 8, &stats), noisy);
   EXPECT_TRUE(stats.ok);
@@ -68,7 +62,7 @@ TEST(GifLzw, LargeNoisyFrameGrowsToTwelveBitsAndClearsAFullTable) {
   EXPECT_GT(stats.clearCodes, 10);
 
   // Few colours: long strings, so the table fills through many widths.
-  std::vector<std::uint8_t> fourColours = Noise(200 * 200, 4, 99);
+  std::vector<std::uint8_t> fourColours = TestNoise(200 * 200, 4, 99);
   TestLzwStats small;
   EXPECT_EQ(RoundTrip(fourColours, 2, &small), fourColours);
   EXPECT_TRUE(small.ok);
@@ -79,7 +73,7 @@ TEST(GifLzw, LargeNoisyFrameGrowsToTwelveBitsAndClearsAFullTable) {
 TEST(GifLzw, EndCodeFollowsTheDecodersWidthAtEveryLength) {
   // The last code makes the decoder add an entry that may widen the end
   // code; walking the length across several width steps meets each case.
-  std::vector<std::uint8_t> noisy = Noise(1200, 4, 5);
+  std::vector<std::uint8_t> noisy = TestNoise(1200, 4, 5);
   for (std::size_t length = 1; length <= noisy.size(); ++length) {
     std::vector<std::uint8_t> input(noisy.begin(), noisy.begin() + length);
     TestLzwStats stats;

@@ -1,11 +1,12 @@
+#include "host/reference_host.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-#include "host/reference_host.h"
-#include "tests/gif_test_decoder.h"
+#include "tests/gif_test_support.h"
 
 namespace {
 
@@ -14,17 +15,6 @@ std::filesystem::path OutputPath(const char* name) { return std::filesystem::tem
 TestGif ReadGif(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   return TestGifParse({std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()});
-}
-
-TaskRecord Task(std::uint32_t depth, std::uint32_t width, std::uint32_t height) {
-  TaskRecord task{};
-  task.size = sizeof(TaskRecord);
-  task.version = kInterfaceVersion;
-  task.bitsPerPixel = depth;
-  task.width = width;
-  task.height = height;
-  for (int i = 0; i < 768; ++i) task.palette[i] = static_cast<std::uint8_t>(255 - i % 256);
-  return task;
 }
 
 ImageRecord Image(DibHandle dib, std::uint32_t number, std::uint32_t delay, std::int32_t transparentIndex,
@@ -52,7 +42,7 @@ TEST(ReferenceHost, BuildSequenceWritesOneGifAndRecordsEveryCode) {
   EXPECT_EQ(host.versionWord >> 8 & 0xFF, 16u);
   HostCallback call = host.callback;
 
-  TaskRecord task = Task(4, 5, 3);
+  TaskRecord task = TestTask(4, 5, 3, 1);
   DibOwner first(TestMakeDib(5, 3, 4, task.palette));
   DibOwner second(TestMakeDib(5, 3, 4, task.palette));
   std::vector<std::uint32_t> firstPixels = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15};
@@ -96,7 +86,7 @@ TEST(ReferenceHost, BuildSequenceWritesOneGifAndRecordsEveryCode) {
 TEST(ReferenceHost, TransparencyChoosesTheDisposalThatShowsTheRightThingThrough) {
   std::filesystem::path path = OutputPath("lwmotio3_host_transparency.gif");
   ReferenceHostReset(path.string(), false);
-  TaskRecord task = Task(1, 8, 1);
+  TaskRecord task = TestTask(1, 8, 1, 2);
   DibOwner dib(TestMakeDib(8, 1, 1, task.palette));
   TestFillDib(dib.get(), {0, 1, 0, 1, 1, 1, 0, 0});
   // Supercompression: a delta index without the Transparent option.
@@ -129,7 +119,7 @@ TEST(ReferenceHost, TransparencyChoosesTheDisposalThatShowsTheRightThingThrough)
 TEST(ReferenceHost, TrueColourFramesTakeTheNearestEntryOfTheTaskTable) {
   std::filesystem::path path = OutputPath("lwmotio3_host_true_colour.gif");
   ReferenceHostReset(path.string(), false);
-  TaskRecord task = Task(2, 4, 1);
+  TaskRecord task = TestTask(2, 4, 1, 3);
   const std::uint8_t entries[12] = {0, 0, 0, 255, 0, 0, 0, 255, 0, 255, 0, 0};  // the last repeats red
   std::memcpy(task.palette, entries, sizeof entries);
   task.palette[12] = 1;  // beyond the table: never chosen
@@ -149,7 +139,7 @@ TEST(ReferenceHost, TrueColourFramesTakeTheNearestEntryOfTheTaskTable) {
 TEST(ReferenceHost, RefusesWhatItCannotDoAndAbandonedTasksLeaveNoFile) {
   std::filesystem::path path = OutputPath("lwmotio3_host_refusals.gif");
   std::filesystem::remove(path);
-  TaskRecord task = Task(8, 2, 2);
+  TaskRecord task = TestTask(8, 2, 2, 4);
   DibOwner dib(TestMakeDib(2, 2, 8, task.palette));
   ImageRecord image = Image(dib.get(), 0, 5, -1, 0);
 
@@ -172,6 +162,5 @@ TEST(ReferenceHost, RefusesWhatItCannotDoAndAbandonedTasksLeaveNoFile) {
   ReferenceHostCallback(&task, kHostCloseTask, 0, 0);
   EXPECT_FALSE(std::filesystem::exists(path));
   EXPECT_EQ(ReferenceHostCurrent().filesWritten, 0);
-  EXPECT_EQ(ReferenceHostCurrent().codes,
-            (std::vector<std::uint32_t>{6, 8, 9, 11, 7, 12, 99, 2, 1, 5, 1, 2, 2, 2, 4}));
+  EXPECT_EQ(ReferenceHostCurrent().codes, (std::vector<std::uint32_t>{6, 8, 9, 11, 7, 12, 99, 2, 1, 5, 1, 2, 2, 2, 4}));
 }
