@@ -12,18 +12,28 @@ namespace {
 
 ReferenceHost gHost{};
 
+bool gProgressShown = false;  // a progress line stands on the terminal
+
+void ClearProgressLine() {
+  if (!gProgressShown) return;
+  std::fprintf(stderr, "\r%40s\r", "");
+  gProgressShown = false;
+}
+
 void ReportStatus(const std::string& text) {
   gHost.lastStatus = text;
-  if (gHost.reportToStderr) std::fprintf(stderr, "%s\n", text.c_str());
+  if (!gHost.reportToStderr) return;
+  ClearProgressLine();
+  std::fprintf(stderr, "%s\n", text.c_str());
 }
 
 // Progress redraws one line in place, which only makes sense on a terminal.
 void ReportProgress(std::int64_t step, std::int64_t total) {
   if (!gHost.reportToStderr || isatty(fileno(stderr)) == 0) return;
-  if (step == 0 && total == 0) {
-    std::fprintf(stderr, "\r%40s\r", "");
-  } else {
-    std::fprintf(stderr, "\r  %lld of %lld", static_cast<long long>(step), static_cast<long long>(total));
+  ClearProgressLine();
+  if (step != 0 || total != 0) {
+    std::fprintf(stderr, "  %lld of %lld", static_cast<long long>(step), static_cast<long long>(total));
+    gProgressShown = true;
   }
   std::fflush(stderr);
 }
