@@ -17,6 +17,9 @@ enum GifDisposal : std::uint8_t {
   kGifDisposalBackground = 2,  // clear it: transparent pixels of the next frame show what lies behind
 };
 
+// Sizes are 16-bit fields in the file.
+constexpr int kGifMaxSide = 65535;
+
 struct GifFrame {
   int width;
   int height;

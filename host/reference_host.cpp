@@ -93,6 +93,10 @@ std::int64_t OpenTask(const TaskRecord* task, bool testRun) {
     ReportStatus("No output file was given; the task is refused.");
     return 0;
   }
+  if (task->width > kGifMaxSide || task->height > kGifMaxSide) {
+    ReportStatus("The animation is larger than a GIF file can hold; the task is refused.");
+    return 0;
+  }
   gHost.animation = GifAnimation{};
   gHost.animation.width = static_cast<int>(task->width);
   gHost.animation.height = static_cast<int>(task->height);
@@ -107,6 +111,7 @@ std::int64_t AddImage(const ImageRecord* record) {
   if (!gHost.taskOpen || record == nullptr) return 0;
   DibLock lock(record->image);
   if (lock.head == nullptr || !DibIsComplete(record->image, lock.head)) return 0;
+  if (lock.head->biWidth > kGifMaxSide || lock.head->biHeight > kGifMaxSide) return 0;
   GifFrame frame{};
   frame.width = lock.head->biWidth;
   frame.height = lock.head->biHeight;

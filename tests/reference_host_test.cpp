@@ -147,6 +147,8 @@ TEST(ReferenceHost, RefusesWhatItCannotDoAndAbandonedTasksLeaveNoFile) {
   EXPECT_EQ(ReferenceHostCallback(nullptr, kHostOpenTask, 0, Pointer(&task)), 0);  // nowhere to write
 
   ReferenceHostReset(path.string(), false);
+  TaskRecord tooWide = TestTask(8, 70000, 2, 4);  // wider than the file's 16-bit field
+  EXPECT_EQ(ReferenceHostCallback(nullptr, kHostOpenTask, 0, Pointer(&tooWide)), 0);
   for (std::uint32_t code : {6u, 8u, 9u, 11u, 7u, 12u, 99u}) {
     EXPECT_EQ(ReferenceHostCallback(nullptr, code, 0, 0), 0) << code;
   }
@@ -162,5 +164,6 @@ TEST(ReferenceHost, RefusesWhatItCannotDoAndAbandonedTasksLeaveNoFile) {
   ReferenceHostCallback(&task, kHostCloseTask, 0, 0);
   EXPECT_FALSE(std::filesystem::exists(path));
   EXPECT_EQ(ReferenceHostCurrent().filesWritten, 0);
-  EXPECT_EQ(ReferenceHostCurrent().codes, (std::vector<std::uint32_t>{6, 8, 9, 11, 7, 12, 99, 2, 1, 5, 1, 2, 2, 2, 4}));
+  EXPECT_EQ(ReferenceHostCurrent().codes,
+            (std::vector<std::uint32_t>{1, 6, 8, 9, 11, 7, 12, 99, 2, 1, 5, 1, 2, 2, 2, 4}));
 }
