@@ -5,6 +5,8 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "fills/material.h"
 #include "plugin/control_table.h"
@@ -210,6 +212,44 @@ TEST(ControlTableRows, CustomControlsCarryWhatTheirClassesNeed) {
   EXPECT_EQ(ControlRowFind(259)->command, kCommandGradientRefresh);
   EXPECT_EQ(ControlRowFind(247)->command, kCommandRestartTimer);
   EXPECT_EQ(ControlRowFind(357)->value, &MainMuralIndex);
+}
+
+struct Box {
+  int left, top, right, bottom;
+};
+
+bool Overlap(const Box& a, const Box& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+// The places where a panel row's windows are made: the control, and for a
+// number edit its up-down. A drop list counts at its closed height.
+std::vector<Box> BoxesOf(const ControlRow& row) {
+  int left = row.x + 4, top = row.y + 12;
+  int height = row.kind == kControlDropList ? 20 : row.h;
+  std::vector<Box> boxes = {{left, top, left + row.w, top + height}};
+  if (row.kind == kControlNumber) boxes.push_back({row.x + row.w + 4, top, row.x + row.w + 16, top + row.h});
+  return boxes;
+}
+
+TEST(ControlTableRows, EachPanelFitsItsAreaWithoutOverlaps) {
+  const Box area = {12, 208, 396, 488};
+  for (const EffectEntry& effect : EffectTable) {
+    std::vector<std::pair<int, Box>> placed;
+    for (const std::int32_t* id = effect.controls; *id != 0; ++id) {
+      const ControlRow* row = ControlRowFind(*id);
+      if (!row) continue;
+      for (const Box& box : BoxesOf(*row)) {
+        EXPECT_TRUE(box.left >= area.left && box.right <= area.right && box.top >= area.top &&
+                    box.bottom <= area.bottom)
+            << effect.name << " " << *id;
+        for (const auto& [other, otherBox] : placed) {
+          EXPECT_FALSE(Overlap(box, otherBox)) << effect.name << " " << *id << " and " << other;
+        }
+        placed.push_back({*id, box});
+      }
+    }
+  }
 }
 
 TEST(EffectPanelMembership, OnlyPanelIdsAreTouched) {
