@@ -9,13 +9,21 @@ export WINEPREFIX="$LW_WINEPREFIX"
 export WINEDEBUG=-all
 export WINEDLLOVERRIDES="mscoree,mshtml="
 stamp="$WINEPREFIX/.lwmotio3-ready"
-[ -f "$stamp" ] && exit 0
+if [ ! -f "$stamp" ]; then
+  mkdir -p "$WINEPREFIX"
+  wine wineboot --init >/dev/null 2>&1
+  key='HKCU\Software\Wine\Fonts\Replacements'
+  for pair in "Times New Roman=Liberation Serif" "Arial=Liberation Sans" "MS Sans Serif=Liberation Sans"; do
+    wine reg add "$key" /v "${pair%%=*}" /t REG_SZ /d "${pair#*=}" /f >/dev/null 2>&1
+  done
+  wineserver -w
+  touch "$stamp"
+fi
 
-mkdir -p "$WINEPREFIX"
-wine wineboot --init >/dev/null 2>&1
-key='HKCU\Software\Wine\Fonts\Replacements'
-for pair in "Times New Roman=Liberation Serif" "Arial=Liberation Sans" "MS Sans Serif=Liberation Sans"; do
-  wine reg add "$key" /v "${pair%%=*}" /t REG_SZ /d "${pair#*=}" /f >/dev/null 2>&1
-done
+# Windows go to the X server when there is a display and to the null driver
+# when there is none, so that tests which make windows also run headless.
+graphics_stamp="$WINEPREFIX/.lwmotio3-graphics"
+[ -f "$graphics_stamp" ] && exit 0
+wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /t REG_SZ /d x11,null /f >/dev/null 2>&1
 wineserver -w
-touch "$stamp"
+touch "$graphics_stamp"

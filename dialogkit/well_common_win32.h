@@ -1,0 +1,33 @@
+// What the well procedures share: the button class they chain to, their
+// window data (one u32 in a global block) and their number in the window text.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+// The window procedure of the system's button class.
+WNDPROC ButtonClassProc();
+// Passes a message on to the button class.
+LRESULT ButtonDefault(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// The window data block. Reading a window without one gives 0, writing to
+// one does nothing.
+void WellDataCreate(HWND window, std::uint32_t value);
+std::uint32_t WellDataRead(HWND window);
+void WellDataWrite(HWND window, std::uint32_t value);
+void WellDataFree(HWND window);
+
+// Answers WM_PAINT: paint(dc) between BeginPaint and EndPaint. Result 0.
+template <typename Painter>
+LRESULT PaintWindow(HWND window, Painter paint) {
+  PAINTSTRUCT paintRecord;
+  HDC dc = BeginPaint(window, &paintRecord);
+  paint(dc);
+  EndPaint(window, &paintRecord);
+  return 0;
+}
+
+// The number in the window text, and writing one as "%d".
+int WellNumber(HWND window);
+void WellNumberSet(HWND window, int number);
