@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "dialogkit/message_box_win32.h"
 #include "plugin/host_check.h"
 #include "plugin/host_interface.h"
 #include "plugin/plugin_params.h"
@@ -65,7 +66,7 @@ extern "C" int PLUGIN16GetPluginParams(PluginParams* params) { return PluginDesc
 
 extern "C" int PLUGIN16DoBuild(HWND parent, HostRecord* host) {
   if (!HostInterfaceSupported(host->versionWord)) {
-    MessageBoxA(parent, kHostTooOld, kPluginDisplayName, MB_OK | MB_ICONEXCLAMATION);
+    MessageBoxShow(parent, kHostTooOld);
     UpdateWindow(parent);
     return 0;
   }
