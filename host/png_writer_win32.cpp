@@ -1,6 +1,7 @@
 // PNG frames through GDI+'s PNG encoder (GDI+ is running: the drawing
 // service started it).
 #include <windows.h>
+#include <objidl.h>
 #include <gdiplus.h>
 
 #include <cstdio>
