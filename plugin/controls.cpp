@@ -1,5 +1,7 @@
 #include "plugin/controls.h"
 
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
@@ -41,13 +43,16 @@ namespace {
 
 constexpr int kUpDownOffset = 10000;
 
-// Unsigned read of an edit's text, as the edit control's number getter does:
-// leading digits only, anything else stops the number.
-long long ReadUnsigned(const char* text) {
-  long long value = 0;
-  while (*text == ' ') ++text;
-  for (; *text >= '0' && *text <= '9'; ++text) value = value * 10 + (*text - '0');
-  return value;
+// An edit's number as the edit control's number getter reads it: leading
+// blanks, then digits (with a sign only when signed); a text that does not
+// start with a number, or a value that does not fit 32 bits, reads as 0.
+long long ReadEditNumber(const char* text, bool isSigned) {
+  errno = 0;
+  char* end = nullptr;
+  long long value = isSigned ? std::strtoll(text, &end, 10) : static_cast<long long>(std::strtoull(text, &end, 10));
+  if (end == text || errno == ERANGE) return 0;
+  bool fits = isSigned ? value >= INT32_MIN && value <= INT32_MAX : value >= 0 && value <= UINT32_MAX;
+  return fits ? value : 0;
 }
 
 }  // namespace
@@ -62,7 +67,7 @@ int ReadControlInt(const Controls* dialog, int id) {
 
   char text[64];
   ControlText(dialog, id, text, sizeof text);
-  long long value = minimum < 0 ? std::atoll(text) : ReadUnsigned(text);
+  long long value = ReadEditNumber(text, minimum < 0);
   if (value < minimum) value = minimum;
   if (value > maximum) value = maximum;
   return static_cast<int>(value);
