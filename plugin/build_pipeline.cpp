@@ -119,7 +119,9 @@ int QuantisePalette(BuildRun& run) {
   return 1;
 }
 
-// Step 3: true colour and the fixed palettes keep the fixed palette's depth.
+// Step 3: true colour and the fixed palettes only take the fixed palette's
+// depth. Without a delta slot the delta colour is the run's kind, 0 for a
+// Build; with a fixed palette, supercompression still writes it.
 int SettlePalette(BuildRun& run) {
   if (run.boxes.trueColour != 0 || run.boxes.customPalette == 0) {
     run.depth = run.fixedDepth;
