@@ -14,6 +14,7 @@
 #include "dialogkit/well_cells.h"
 #include "dialogkit/wells_win32.h"
 #include "plugin/plugin_state_win32.h"
+#include "raster/dib_win32.h"
 
 namespace {
 
@@ -69,6 +70,24 @@ TEST_F(DialogKitTest, AMissingStringGivesTheDamageTextInTheSharedBuffer) {
   const char* memory = StringLookup(6);
   EXPECT_EQ(memory, missing);  // one buffer, overwritten by the later call
   EXPECT_STREQ(missing, "Memory error");
+}
+
+TEST_F(DialogKitTest, EachWellHasAStripOfSquareArrowIconsOnePerCell) {
+  const std::int32_t background = 0x00C0C0C0;
+  for (const WellLayout* layout : {&kEightWayWell, &kFourWayWell, &kTwoWayWell}) {
+    DibOwner strip(DibFromResource(g_module, layout->iconResource, background));
+    ASSERT_NE(strip.get(), nullptr) << layout->iconResource;
+    DibLock lock(strip.get());
+    int size = lock.head->biHeight;
+    EXPECT_EQ(size, 25);
+    EXPECT_EQ(lock.head->biWidth, size * layout->cellCount);
+    for (int cell = 0; cell < layout->cellCount; ++cell) {
+      int left = cell * size;
+      EXPECT_EQ(DibGetPixel(lock.head, left + 2, 2), background) << cell;  // clear around the arrow
+      EXPECT_EQ(DibGetPixel(lock.head, left + size - 3, size - 3), background) << cell;
+      EXPECT_NE(DibGetPixel(lock.head, left + size / 2, size / 2), background) << cell;  // the arrow's shaft
+    }
+  }
 }
 
 // A plain top-level window that records the commands its children send.
