@@ -19,12 +19,12 @@ class TextMask : public GdiStarted {
 };
 
 Pixels MaskFromRows(const std::vector<std::vector<int>>& rows) {
-  DibHandle mask = MaskNew(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()));
-  DibLock lock(mask);
+  DibOwner mask(MaskNew(static_cast<int>(rows[0].size()), static_cast<int>(rows.size())));
+  DibLock lock(mask.get());
   for (std::size_t y = 0; y < rows.size(); ++y)
     for (std::size_t x = 0; x < rows[y].size(); ++x)
       DibPutPixel(lock.head, static_cast<int>(x), static_cast<int>(y), static_cast<std::uint32_t>(rows[y][x]));
-  return TakePixels(MaskDilate(mask));
+  return TakePixels(MaskDilate(mask.get()));
 }
 
 int MaxAround(const Pixels& p, int x, int y) {
