@@ -8,6 +8,7 @@
 #include "dialogkit/message_box_win32.h"
 #include "plugin/host_check.h"
 #include "plugin/host_interface.h"
+#include "plugin/main_dialog_win32.h"
 #include "plugin/plugin_params.h"
 #include "plugin/plugin_state_win32.h"
 #include "raster/gdi_command.h"
@@ -77,6 +78,7 @@ extern "C" int PLUGIN16DoBuild(HWND parent, HostRecord* host) {
   drawing.op = kGdiStart;
   GdiCommand(&drawing);
   FindProgramFolder();
+  MainDialogRun(parent, host);
 
   UpdateWindow(parent);
   DeleteObject(g_fontArial12);

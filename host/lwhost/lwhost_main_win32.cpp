@@ -3,6 +3,8 @@
 // it received and the plug-in's result.
 //
 //   lwhost [--plugin PATH] [--out FILE.gif] [--flags N]
+#include <shlobj.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -51,6 +53,17 @@ int ParseOptions(int argc, char** argv, HostOptions* options) {
   return 0;
 }
 
+// The maker's folders in the user's application data, which the plug-in
+// expects its host's installer to have made: one for the settings file and,
+// below it, the plug-in's data folder.
+void MakeDataFolders() {
+  char folder[MAX_PATH] = {};
+  if (SHGetFolderPathA(nullptr, CSIDL_APPDATA, nullptr, 0, folder) != S_OK) return;
+  std::string maker = std::string(folder) + "\\Brindle Foundries";
+  CreateDirectoryA(maker.c_str(), nullptr);
+  CreateDirectoryA((maker + "\\Lettermotion 3").c_str(), nullptr);
+}
+
 void PrintCodes() {
   std::printf("codes:");
   for (std::uint32_t code : ReferenceHostCurrent().codes) std::printf(" %u", code);
@@ -63,6 +76,7 @@ int main(int argc, char** argv) {
   HostOptions options;
   if (int failed = ParseOptions(argc, argv, &options)) return failed;
 
+  MakeDataFolders();
   HMODULE plugin = LoadLibraryA(options.plugin.c_str());
   if (plugin == nullptr) {
     std::fprintf(stderr, "lwhost: cannot load %s (error %lu)\n", options.plugin.c_str(), GetLastError());
