@@ -31,3 +31,20 @@ lw_host_probe(company_case "brindle foundries" "16.0.0.0" refused)
 lw_host_probe(other_company "Other Foundries" "16.0.0.0" refused)
 lw_host_probe(version_160 "Brindle Foundries" "160" refused)
 lw_host_probe(version_15 "Brindle Foundries" "15.9" refused)
+
+# The main dialog under Wine on a virtual screen, driven from a second
+# process: text, effect, Test, Build and Cancel, the codes lwhost.exe heard,
+# the settings file written at close, and the Build's GIF against the
+# headless renderer's. Leaves ui/dialog.png, a screenshot of the open dialog.
+add_executable(dialog_driver ${CMAKE_CURRENT_SOURCE_DIR}/ui/dialog_driver.cpp)
+target_link_libraries(dialog_driver PRIVATE shell32)
+set_target_properties(dialog_driver PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+add_dependencies(dialog_driver lwmotio3 lwhost_exe lwmotio3_cli)
+find_program(LW_XVFB_RUN xvfb-run)
+if(LW_XVFB_RUN)
+  add_test(NAME dialog_ui
+    COMMAND ${LW_XVFB_RUN} -a -s "-screen 0 1024x768x24"
+            sh ${CMAKE_CURRENT_SOURCE_DIR}/ui/dialog_ui_test.sh ${CMAKE_SOURCE_DIR}/cmake/wine-run.sh
+               ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR}/ui)
+  set_tests_properties(dialog_ui PROPERTIES FIXTURES_REQUIRED wine TIMEOUT 300 RUN_SERIAL TRUE)
+endif()
