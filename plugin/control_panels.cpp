@@ -1,16 +1,9 @@
 // Which panel controls an effect shows, and the fillers of the general lists.
+#include "dialogkit/string_texts.h"
 #include "plugin/control_table.h"
 #include "plugin/settings.h"
 
 namespace {
-
-// The names of the fixed palettes, by MainPalette value: string-table texts
-// 1600 to 1608.
-constexpr const char* kPaletteNames[] = {
-    "Black and white",     "Sixteen-color Windows", "32-color orthogonal",
-    "64-color orthogonal", "128-color orthogonal",  "216-color safe",
-    "256-color orthogonal", "256-color with gray",  "256 gray levels",
-};
 
 bool IsPanelId(int id) {
   return (id >= kPanelFirstId && id <= kPanelLastId) ||
@@ -25,7 +18,8 @@ void FillEffectList(const Controls* dialog, int id) {
 
 void FillPaletteList(const Controls* dialog, int id) {
   ControlClearList(dialog, id);
-  for (const char* name : kPaletteNames) ControlAddItem(dialog, id, name);
+  for (int row = 0; row < kStringPaletteCount; ++row)
+    ControlAddItem(dialog, id, StringText(kStringPaletteFirst + row));
   ControlSetSelection(dialog, id, static_cast<int>(MainPalette));
 }
 
