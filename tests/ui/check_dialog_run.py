@@ -40,7 +40,8 @@ def main(out):
             runs.append([])
         if runs:
             runs[-1].append(code)
-    check(len(runs) == 2 and codes[0] == 18, "two runs, each announced by 18")
+    check(len(runs) == 2, "two runs, each announced by 18")
+    check(11 in codes[:codes.index(18)] if 18 in codes else False, "the fill swatch asked for a colour (11)")
     if len(runs) == 2:
         test, build = runs
         check(5 in test and 1 not in test, "Test opens a test task (5)")

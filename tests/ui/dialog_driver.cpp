@@ -14,6 +14,7 @@
 #include <windows.h>
 #include <shlobj.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -33,6 +34,15 @@ constexpr int kFirstPanelId = 100;
 constexpr int kLastPanelId = 638;
 constexpr int kSimpleFrames = 117;
 constexpr int kEffectSimple = 17;
+constexpr int kFillSwatch = 101;  // the text's fill of Simple
+constexpr int kDelayEdit = 11;
+constexpr int kUpDownOffset = 10000;
+constexpr int kTrueColourBox = 10;
+constexpr int kSupercompressBox = 19;
+constexpr int kTransparentBox = 46;
+constexpr int kColourBoxRed = 706;  // the colour box's edits for red, green and blue
+constexpr int kColourBoxGreen = 707;
+constexpr int kColourBoxBlue = 708;
 
 DWORD g_start = 0;
 int g_failures = 0;
@@ -65,11 +75,14 @@ std::string ReadFile(const std::string& path) {
   return text.str();
 }
 
-std::string SettingsPath() {
+std::string MakerFolder() {
   char folder[MAX_PATH] = {};
   SHGetFolderPathA(nullptr, CSIDL_APPDATA, nullptr, 0, folder);
-  return std::string(folder) + "\\Brindle Foundries\\LWMOTIO3.INI";
+  return std::string(folder) + "\\Brindle Foundries";
 }
+
+std::string SettingsPath() { return MakerFolder() + "\\LWMOTIO3.INI"; }
+std::string FillPath() { return MakerFolder() + "\\Lettermotion 3\\Material00101.mtrl"; }
 
 // A "key = value" line of the settings file.
 bool HasSetting(const std::string& text, const std::string& key, const std::string& value) {
@@ -81,8 +94,8 @@ struct Host {
   HWND dialog = nullptr;
 };
 
-bool StartHost(const std::string& host, const std::string& plugin, const std::string& out, const std::string& log,
-               Host* started) {
+bool StartHost(const std::string& host, const std::string& plugin, const std::string& out, int flags,
+               const std::string& log, Host* started) {
   SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
   HANDLE output = CreateFileA(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS, 0, nullptr);
   STARTUPINFOA startup{};
@@ -90,7 +103,7 @@ bool StartHost(const std::string& host, const std::string& plugin, const std::st
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdOutput = output;
   startup.hStdError = output;
-  std::string command = "\"" + host + "\" --plugin \"" + plugin + "\" --out \"" + out + "\"";
+  std::string command = "\"" + host + "\" --plugin \"" + plugin + "\" --out \"" + out + "\" --flags " + std::to_string(flags);
   BOOL ok = CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
                            &started->process);
   CloseHandle(output);
@@ -154,12 +167,90 @@ void EndHost(Host* host) {
 }
 
 // Clears an edit and types text into it, key by key.
-void TypeText(const Host& host, int id, const char* text) {
-  HWND edit = Item(host, id);
+void TypeKeys(HWND edit, const char* text) {
   SendMessageA(edit, EM_SETSEL, 0, -1);
   SendMessageA(edit, WM_CLEAR, 0, 0);
   for (const char* key = text; *key != '\0'; ++key) SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(*key), 0);
+}
+
+void TypeText(const Host& host, int id, const char* text) {
+  TypeKeys(Item(host, id), text);
   Settle(host);
+}
+
+std::string ItemText(HWND item) {
+  char text[64] = {};
+  SendMessageA(item, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
+  return text;
+}
+
+bool Enabled(const Host& host, int id) { return IsWindowEnabled(Item(host, id)) != FALSE; }
+
+// What the dialog makes of the host's flags: bit 0, a palette-based target;
+// bit 1, true colour, which lwhost is never given here.
+void CheckHostFlags(const Host& host, bool paletteFormat) {
+  const char* range = paletteFormat ? "1,25,8" : "1,250,80";
+  Check(ItemText(Item(host, kDelayEdit + kUpDownOffset)) == range, "the Delay range follows the host's flags");
+  Check(!Enabled(host, kTrueColourBox), "True color is disabled without the host's true-colour flag");
+  Check(Enabled(host, kTransparentBox) == paletteFormat, "Transparent is offered only to a palette-based host");
+  Check(Enabled(host, kSupercompressBox) == paletteFormat, "Supercompress is offered only to a palette-based host");
+  if (!paletteFormat) {
+    Check(SendMessageA(Item(host, kSupercompressBox), BM_GETCHECK, 0, 0) == BST_UNCHECKED,
+          "Supercompress is cleared for a host without a palette-based target");
+  }
+}
+
+struct ColourBoxSearch {
+  DWORD process;
+  HWND dialog;
+  HWND found;
+};
+
+BOOL CALLBACK FindColourBoxWindow(HWND window, LPARAM search) {
+  auto* wanted = reinterpret_cast<ColourBoxSearch*>(search);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  char name[16] = {};
+  GetClassNameA(window, name, sizeof name);
+  if (process == wanted->process && window != wanted->dialog && IsWindowVisible(window) &&
+      std::strcmp(name, "#32770") == 0 && GetDlgItem(window, kColourBoxRed) != nullptr) {
+    wanted->found = window;
+  }
+  return TRUE;
+}
+
+HWND FindColourBox(const Host& host) {
+  ColourBoxSearch search{host.process.dwProcessId, host.dialog, nullptr};
+  EnumWindows(FindColourBoxWindow, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+// A click on the face of the text's fill swatch opens the host's colour box
+// (code 11); pure red is typed in and confirmed.
+void PickFillColour(const Host& host) {
+  HWND swatch = Item(host, kFillSwatch);
+  PostMessageA(swatch, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
+  PostMessageA(swatch, WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
+  HWND box = nullptr;
+  bool opened = WaitFor([&] { return (box = FindColourBox(host)) != nullptr; }, 10000);
+  Check(opened, "a click on the fill swatch opens the host's colour box");
+  if (!opened) return;
+  TypeKeys(GetDlgItem(box, kColourBoxRed), "255");
+  TypeKeys(GetDlgItem(box, kColourBoxGreen), "0");
+  TypeKeys(GetDlgItem(box, kColourBoxBlue), "0");
+  PostMessageA(GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
+  Check(WaitFor([&] { return IsWindow(box) == FALSE; }, 10000), "the colour box closes on OK");
+  Settle(host);
+}
+
+// The solid colour in the swatch's saved file, or -1.
+long long SavedFillColour() {
+  std::string record = ReadFile(FillPath());
+  constexpr std::size_t kColourOffset = 20;
+  if (record.size() < kColourOffset + 4) return -1;
+  std::uint32_t colour = 0;
+  std::memcpy(&colour, record.data() + kColourOffset, sizeof colour);
+  return colour;
 }
 
 void EditTextAndEffect(const Host& host) {
@@ -185,14 +276,24 @@ void WaitForScreenshot(const std::string& outDir) {
 
 // The user's own settings file, kept aside for the time of the runs; an
 // empty copy stands for none.
+void Keep(const std::string& path, const std::string& copy) {
+  std::ofstream(copy, std::ios::binary) << ReadFile(path);
+}
+
+void Restore(const std::string& path, const std::string& copy) {
+  std::string kept = ReadFile(copy);
+  if (kept.empty()) DeleteFileA(path.c_str());
+  else std::ofstream(path, std::ios::binary) << kept;
+}
+
 void KeepUserSettings(const std::string& outDir) {
-  std::ofstream(outDir + "\\user.ini", std::ios::binary) << ReadFile(SettingsPath());
+  Keep(SettingsPath(), outDir + "\\user.ini");
+  Keep(FillPath(), outDir + "\\user.mtrl");
 }
 
 void RestoreUserSettings(const std::string& outDir) {
-  std::string kept = ReadFile(outDir + "\\user.ini");
-  if (kept.empty()) DeleteFileA(SettingsPath().c_str());
-  else std::ofstream(SettingsPath(), std::ios::binary) << kept;
+  Restore(SettingsPath(), outDir + "\\user.ini");
+  Restore(FillPath(), outDir + "\\user.mtrl");
 }
 
 int RunBuild(const std::string& hostPath, const std::string& plugin, const std::string& outDir) {
@@ -200,12 +301,14 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
   std::string gif = outDir + "\\out.gif";
   DeleteFileA(gif.c_str());
   Host host;
-  if (!StartHost(hostPath, plugin, gif, outDir + "\\host.log", &host)) {
+  if (!StartHost(hostPath, plugin, gif, 1, outDir + "\\host.log", &host)) {
     Check(false, "the host starts");
     return 1;
   }
   if (FindDialog(&host)) {
+    CheckHostFlags(host, true);
     EditTextAndEffect(host);
+    PickFillColour(host);
     TypeText(host, kSimpleFrames, "6");
     WaitForScreenshot(outDir);
 
@@ -228,6 +331,7 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
   Check(HasSetting(settings, "MainText", "Wine UI"), "the settings file holds the typed text");
   Check(HasSetting(settings, "MainSimpleFrames", "6"), "the settings file holds the panel's frame count after Build");
   Check(HasSetting(settings, "MainEffect", "17"), "the settings file holds the effect");
+  Check(SavedFillColour() == 0x0000FF, "the fill swatch saved the picked colour");
   CopyFileA(SettingsPath().c_str(), (outDir + "\\build.ini").c_str(), FALSE);
   return g_failures;
 }
@@ -239,12 +343,13 @@ int RunCancel(const std::string& hostPath, const std::string& plugin, const std:
   Check(HasSetting(before, "MainSimpleFrames", "6"), "the Build run left its settings file");
   std::ofstream(SettingsPath(), std::ios::app) << "UiTestMarker=1\r\n";
   Host host;
-  if (!StartHost(hostPath, plugin, outDir + "\\cancel.gif", outDir + "\\cancel.log", &host)) {
+  if (!StartHost(hostPath, plugin, outDir + "\\cancel.gif", 0, outDir + "\\cancel.log", &host)) {
     Check(false, "the host starts");
     return 1;
   }
   if (FindDialog(&host)) {
     Check(SendMessageA(Item(host, kSimpleFrames), WM_GETTEXTLENGTH, 0, 0) > 0, "the panel is loaded");
+    CheckHostFlags(host, false);
     TypeText(host, kSimpleFrames, "9");
     PostMessageA(Item(host, kCancelButton), BM_CLICK, 0, 0);
     Check(WaitForExit(host), "Cancel closes the dialog");
