@@ -1,0 +1,196 @@
+// The main dialog's pieces on real windows: the controls seam over a dialog
+// made from template 1000, the effect panels' visibility, the fill swatch,
+// and the preview's fallback.
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <cstdio>
+#include <string>
+
+#include "fills/material.h"
+#include "fills/material_swatch_win32.h"
+#include "plugin/control_table.h"
+#include "plugin/main_dialog_win32.h"
+#include "plugin/plugin_state_win32.h"
+#include "plugin/settings.h"
+
+namespace {
+
+INT_PTR CALLBACK PlainDialogProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
+
+// Windows need a desktop this process can draw on; without one the tests
+// say nothing about the code and are skipped.
+class MainDialogTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    g_module = GetModuleHandleA(nullptr);
+    HWND probe = CreateWindowExA(0, "static", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    if (probe == nullptr) GTEST_SKIP() << "no desktop to make windows on";
+    DestroyWindow(probe);
+  }
+  void TearDown() override {
+    if (dialog != nullptr) DestroyWindow(dialog);
+    SettingsReset();
+  }
+  // The template's controls without the main dialog's own start-up.
+  HWND MakeTemplateDialog() {
+    dialog = CreateDialogParamA(g_module, MAKEINTRESOURCEA(1000), nullptr, PlainDialogProc, 0);
+    return dialog;
+  }
+  HWND dialog = nullptr;
+};
+
+std::string TextOf(HWND dialog, int id) {
+  char text[300] = {};
+  GetDlgItemTextA(dialog, id, text, sizeof text);
+  return text;
+}
+
+TEST_F(MainDialogTest, ReadControlIntClampsWhatWasTypedButLeavesTheScreenAlone) {
+  ASSERT_NE(MakeTemplateDialog(), nullptr);
+  Controls controls = DialogControls(dialog);
+  SetDlgItemTextA(dialog, 28, "2");  // Size, 4 to 144
+  EXPECT_EQ(ReadControlInt(&controls, 28), 4);
+  EXPECT_EQ(TextOf(dialog, 28), "2");
+  SetDlgItemTextA(dialog, 28, "200");
+  EXPECT_EQ(ReadControlInt(&controls, 28), 144);
+  SetDlgItemTextA(dialog, 28, "37");
+  EXPECT_EQ(ReadControlInt(&controls, 28), 37);
+  // A control that does not exist reads as the bottom of the fallback range.
+  EXPECT_EQ(ReadControlInt(&controls, 999), 0);
+}
+
+TEST_F(MainDialogTest, TheTableLoadsAndSavesTheGeneralControls) {
+  ASSERT_NE(MakeTemplateDialog(), nullptr);
+  MainFontSize = 30;
+  MainDither = 1;
+  MainEffect = 3;
+  MainPalette = 5;
+  std::snprintf(MainText, kSettingStringSize, "%s", "Loaded");
+  Controls controls = DialogControls(dialog);
+  ControlsLoad(&controls);
+  EXPECT_EQ(TextOf(dialog, 28), "30");
+  EXPECT_EQ(TextOf(dialog, 23), "Loaded");
+  EXPECT_EQ(IsDlgButtonChecked(dialog, 15), BST_CHECKED);
+  EXPECT_EQ(ControlSelection(&controls, 30), 3);
+  EXPECT_EQ(ControlSelection(&controls, 13), 5);
+  char name[64];
+  ControlText(&controls, 30, name, sizeof name);
+  EXPECT_STREQ(name, EffectTable[3].name);
+
+  SetDlgItemTextA(dialog, 28, "500");
+  CheckDlgButton(dialog, 15, BST_UNCHECKED);
+  SendDlgItemMessageA(dialog, 30, CB_SETCURSEL, kEffectSimple, 0);
+  SetDlgItemTextA(dialog, 23, "Saved");
+  ControlsSave(&controls);
+  EXPECT_EQ(MainFontSize, 144u);  // clamped on the way out
+  EXPECT_EQ(MainDither, 0u);
+  EXPECT_EQ(MainEffect, static_cast<std::uint32_t>(kEffectSimple));
+  EXPECT_STREQ(MainText, "Saved");
+}
+
+TEST_F(MainDialogTest, AnEffectPanelShowsItsOwnControlsAndLeavesTheRestAlone) {
+  ASSERT_NE(MakeTemplateDialog(), nullptr);
+  const int simple = EffectTable[kEffectSimple].controls[0];
+  const int other = EffectTable[0].controls[0];
+  for (int id : {simple, simple + kUpDownIdOffset, other}) {
+    CreateWindowExA(0, "static", "", WS_CHILD, 0, 0, 4, 4, dialog, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
+                    g_module, nullptr);
+  }
+  ShowEffectPanel(dialog, kEffectSimple);
+  EXPECT_TRUE(GetWindowLongA(GetDlgItem(dialog, simple), GWL_STYLE) & WS_VISIBLE);
+  EXPECT_FALSE(GetWindowLongA(GetDlgItem(dialog, other), GWL_STYLE) & WS_VISIBLE);
+  EXPECT_TRUE(GetWindowLongA(GetDlgItem(dialog, 23), GWL_STYLE) & WS_VISIBLE);  // not a panel control
+
+  ShowEffectPanel(dialog, -1);
+  EXPECT_FALSE(GetWindowLongA(GetDlgItem(dialog, simple), GWL_STYLE) & WS_VISIBLE);
+  EXPECT_TRUE(GetWindowLongA(GetDlgItem(dialog, 23), GWL_STYLE) & WS_VISIBLE);
+}
+
+// A swatch with an id that no panel uses, so its file is the test's own.
+constexpr int kSwatchId = 9977;
+
+bool PeekPosted(HWND window, UINT message, MSG* found) {
+  return PeekMessageA(found, window, message, message, PM_REMOVE) != FALSE;
+}
+
+TEST_F(MainDialogTest, TheFillSwatchKeepsItsRecordChangesKindAndSavesOnDestruction) {
+  std::remove(MaterialPath(kSwatchId));
+  ASSERT_NE(MakeTemplateDialog(), nullptr);
+  HWND swatch = CreateWindowExA(0, "button", "", WS_CHILD | BS_OWNERDRAW, 0, 0, 56, 40, dialog,
+                                reinterpret_cast<HMENU>(static_cast<INT_PTR>(kSwatchId)), g_module, nullptr);
+  ASSERT_NE(swatch, nullptr);
+  SetWindowLongPtrA(swatch, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(MaterialButtonProc));
+  SendMessageA(swatch, 1424, 0, 0x336699);
+
+  Controls controls = DialogControls(dialog);
+  MaterialRecord* record = MaterialLock(&controls, kSwatchId);
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(record->kind, kMaterialSimple);
+  EXPECT_EQ(record->colour, 0x336699u);
+  EXPECT_EQ(record->averageColour, 0x336699u);
+  {
+    DibLock preview(record->preview);
+    ASSERT_NE(preview.head, nullptr);
+    EXPECT_EQ(preview.head->biWidth, 56 - 16 - 4);  // the face less the arrow strip and the inset
+    EXPECT_EQ(preview.head->biHeight, 40 - 4);
+  }
+  MaterialUnlock(&controls, kSwatchId);
+
+  // The kind menu's choice: the kind changes, the caption colour stays, the
+  // dialog hears of it.
+  SendMessageA(swatch, WM_COMMAND, 100 + kMaterialGradient, 0);
+  record = MaterialLock(&controls, kSwatchId);
+  EXPECT_EQ(record->kind, kMaterialGradient);
+  EXPECT_EQ(record->averageColour, 0x336699u);
+  MaterialUnlock(&controls, kSwatchId);
+  MSG posted;
+  ASSERT_TRUE(PeekPosted(dialog, kMessageCustomChanged, &posted));
+  EXPECT_EQ(posted.wParam, static_cast<WPARAM>(kMaterialGradient));
+
+  // A press on the arrow strip and its release ask for the menu.
+  SendMessageA(swatch, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(50, 20));
+  record = MaterialLock(&controls, kSwatchId);
+  EXPECT_EQ(record->state, kMaterialStateArrow);
+  MaterialUnlock(&controls, kSwatchId);
+  SendMessageA(swatch, WM_LBUTTONUP, 0, MAKELPARAM(50, 20));
+  EXPECT_TRUE(PeekPosted(swatch, 1325, &posted));
+  record = MaterialLock(&controls, kSwatchId);
+  EXPECT_EQ(record->state, 0u);
+  MaterialUnlock(&controls, kSwatchId);
+
+  DestroyWindow(swatch);
+  MemHandle saved = MaterialLoad(MaterialPath(kSwatchId), 0, 1);
+  ASSERT_NE(saved, nullptr);
+  auto* reloaded = static_cast<MaterialRecord*>(MemLock(saved));
+  EXPECT_EQ(reloaded->kind, kMaterialGradient);
+  EXPECT_EQ(reloaded->colour, 0x336699u);
+  MemUnlock(saved);
+  MemFree(saved);
+  std::remove(MaterialPath(kSwatchId));
+}
+
+TEST_F(MainDialogTest, WithoutAPictureThePreviewIsFramedAndFilledPlain) {
+  ASSERT_NE(MakeTemplateDialog(), nullptr);
+  SendDlgItemMessageA(dialog, 30, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);  // no effect selected
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof(BITMAPINFOHEADER), 40, 20, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* bits = nullptr;
+  HDC dc = CreateCompatibleDC(nullptr);
+  HBITMAP section = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  HGDIOBJ previous = SelectObject(dc, section);
+  DRAWITEMSTRUCT item{};
+  item.CtlID = kPreviewControl;
+  item.hDC = dc;
+  item.rcItem = {0, 0, 40, 20};
+  PreviewDraw(dialog, &item);
+  GdiFlush();
+  EXPECT_EQ(GetPixel(dc, 20, 10), GetSysColor(COLOR_3DLIGHT));
+  EXPECT_EQ(GetPixel(dc, 0, 0), GetSysColor(COLOR_BTNSHADOW));  // the frame stays outside the clip
+  SelectObject(dc, previous);
+  DeleteObject(section);
+  DeleteDC(dc);
+}
+
+}  // namespace
