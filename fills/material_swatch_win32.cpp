@@ -13,6 +13,7 @@
 namespace {
 
 constexpr UINT kMessageKindMenu = 1325;
+constexpr UINT kMessageCopy = 1425;  // a deep copy of the record; nothing sends it yet
 constexpr UINT kMessageChanged = 1327;  // to the parent: the fill may have changed
 constexpr WORD kEditorCommand = 99;
 constexpr WORD kFirstKindCommand = 100;
@@ -78,6 +79,22 @@ void SetUp(HWND window, std::uint32_t colour) {
   if (lock.record == nullptr) return;
   ReplacePreview(window, lock.record, true);
   InvalidateRect(window, nullptr, TRUE);
+}
+
+// A new block with the record, its own copy of the tile and no preview; null
+// on failure.
+MemHandle CopyRecord(HWND window) {
+  SwatchLock lock(window);
+  if (lock.record == nullptr) return nullptr;
+  MemOwner copy(MemAlloc(kMemMoveableZeroed, sizeof(MaterialRecord)));
+  auto* record = static_cast<MaterialRecord*>(MemLock(copy.get()));
+  if (record == nullptr) return nullptr;
+  *record = *lock.record;
+  record->preview = nullptr;
+  record->matrix.tile = lock.record->matrix.tile != nullptr ? DibClone(lock.record->matrix.tile) : nullptr;
+  bool failed = lock.record->matrix.tile != nullptr && record->matrix.tile == nullptr;
+  MemUnlock(copy.get());
+  return failed ? nullptr : copy.release();
 }
 
 void ShowKindMenu(HWND window) {
@@ -236,6 +253,8 @@ LRESULT CALLBACK MaterialButtonProc(HWND window, UINT message, WPARAM wParam, LP
     case kMessageKindMenu:
       ShowKindMenu(window);
       return 0;
+    case kMessageCopy:
+      return reinterpret_cast<LRESULT>(CopyRecord(window));
     case WM_COMMAND: {
       WORD command = LOWORD(wParam);
       if (command == kEditorCommand) RunEditor(window);

@@ -41,9 +41,6 @@ constexpr const char* kCharacterSpaceStart = "90";
 constexpr const char* kHelpDocument = "LWMOTIO3.HTML#TEXT";
 constexpr const char* kHelpError = "There has been an error displaying the Help document.";
 
-HostRecord* g_host = nullptr;
-std::uint32_t g_theme = 0;
-
 bool ShiftHeld() { return (GetKeyState(VK_SHIFT) & 0x8000) != 0; }
 
 void EnableItem(HWND dialog, int id, bool enable) { EnableWindow(GetDlgItem(dialog, id), enable ? TRUE : FALSE); }
@@ -53,7 +50,7 @@ void EnableBuildByText(HWND dialog) {
 }
 
 void ApplyHostFlags(HWND dialog) {
-  std::uint8_t flags = g_host->hostFlags;
+  std::uint8_t flags = DialogHost()->hostFlags;
   if (!(flags & kHostFlagTrueColour)) EnableItem(dialog, kTrueColourButton, false);
   SetDlgItemTextA(dialog, kDelayUpDown, DelayRangeForHost(flags));
   if (!(flags & kHostFlagPaletteFormat)) {
@@ -65,10 +62,8 @@ void ApplyHostFlags(HWND dialog) {
 }
 
 BOOL InitDialog(HWND dialog, HostRecord* host) {
-  g_host = host;
-  DialogHostSet(host);
+  DialogHostSet(host);  // kept, theme and all, for the life of the dialog
   SettingsLoad();
-  g_theme = host != nullptr ? host->theme : 0;
   if (host == nullptr || host->callback == nullptr) {
     MessageBoxShow(dialog, kInternalError);
     PostMessageA(dialog, WM_DESTROY, 0, 0);
@@ -92,7 +87,7 @@ void SecondStage(HWND dialog) {
   Controls controls = DialogControls(dialog);
   ControlsLoad(&controls);
   if (ShiftHeld()) {
-    bool trueColour = (g_host->hostFlags & kHostFlagTrueColour) != 0;
+    bool trueColour = (DialogHost()->hostFlags & kHostFlagTrueColour) != 0;
     if (trueColour) CheckDlgButton(dialog, kTrueColourButton, BST_CHECKED);
     SetDlgItemInt(dialog, kDelayEdit, trueColour ? 40 : 4, FALSE);
     SetDlgItemInt(dialog, kPauseEdit, trueColour ? 1000 : 100, FALSE);
@@ -151,18 +146,18 @@ void EffectChosen(HWND dialog) {
 }
 
 void RunBuild(HWND dialog, int testRun) {
-  HostCall(g_host, kHostBuildStarted);
+  HostCall(DialogHost(), kHostBuildStarted);
   UpdateWindow(GetDlgItem(dialog, testRun ? kTestButton : kBuildButton));
   Controls controls = DialogControls(dialog);
   if (!testRun) ControlsSave(&controls);
-  BuildAnimation(&controls, g_host, testRun);
+  BuildAnimation(&controls, DialogHost(), testRun);
   if (testRun) UpdateWindow(dialog);
   else EndDialog(dialog, 1);
 }
 
 // The help document at the main dialog's anchor, through the host.
 void ShowHelp(HWND dialog) {
-  if (HostCall(g_host, kHostShowHelp, 0, reinterpret_cast<std::int64_t>(kHelpDocument)) == 0)
+  if (HostCall(DialogHost(), kHostShowHelp, 0, reinterpret_cast<std::int64_t>(kHelpDocument)) == 0)
     MessageBoxShow(dialog, kHelpError);
 }
 

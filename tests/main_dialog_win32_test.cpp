@@ -160,6 +160,16 @@ TEST_F(MainDialogTest, TheFillSwatchKeepsItsRecordChangesKindAndSavesOnDestructi
   EXPECT_EQ(record->state, 0u);
   MaterialUnlock(&controls, kSwatchId);
 
+  // A deep copy: the same fill, with no preview of its own.
+  auto copy = reinterpret_cast<MemHandle>(SendMessageA(swatch, 1425, 0, 0));
+  ASSERT_NE(copy, nullptr);
+  auto* copied = static_cast<MaterialRecord*>(MemLock(copy));
+  EXPECT_EQ(copied->kind, kMaterialGradient);
+  EXPECT_EQ(copied->colour, 0x336699u);
+  EXPECT_EQ(copied->preview, nullptr);
+  MemUnlock(copy);
+  MemFree(copy);
+
   DestroyWindow(swatch);
   MemHandle saved = MaterialLoad(MaterialPath(kSwatchId), 0, 1);
   ASSERT_NE(saved, nullptr);
