@@ -8,6 +8,7 @@
 #include "dialogkit/wells_win32.h"
 #include "fills/material_swatch_win32.h"
 #include "plugin/control_table.h"
+#include "plugin/build_pipeline.h"
 #include "plugin/main_dialog_win32.h"
 #include "plugin/plugin_state_win32.h"
 
@@ -84,7 +85,7 @@ void DialogCreatePanels(HWND dialog) {
 void ShowEffectPanel(HWND dialog, int effect) { EnumChildWindows(dialog, ShowChild, static_cast<LPARAM>(effect)); }
 
 int DialogEffectIndex(HWND dialog) {
-  auto selection = static_cast<int>(SendDlgItemMessageA(dialog, 30, CB_GETCURSEL, 0, 0));
+  auto selection = static_cast<int>(SendDlgItemMessageA(dialog, kEffectListControl, CB_GETCURSEL, 0, 0));
   if (selection < 0) return 0;
   return selection > kEffectCount ? kEffectCount : selection;
 }

@@ -18,18 +18,14 @@ namespace {
 constexpr int kBuildButton = 1;
 constexpr int kCancelButton = 2;
 constexpr int kHelpButton = 9;
-constexpr int kTrueColourButton = 10;
 constexpr int kDelayUpDown = 11 + kUpDownIdOffset;
 constexpr int kPaletteList = 13;
-constexpr int kCustomPaletteButton = 14;
-constexpr int kSupercompressButton = 19;
 constexpr int kTextEdit = 23;
 constexpr int kFontList = 27;
 constexpr int kDelayEdit = 11;
 constexpr int kPauseEdit = 33;
 constexpr int kCharacterSpaceEdit = 34;
 constexpr int kTestButton = 35;
-constexpr int kTransparentButton = 46;
 constexpr int kBuildCommand = 47;  // posted by Build, so the press is drawn first
 constexpr int kTestCommand = 48;   // posted by Test
 constexpr int kMuralList = 357;
@@ -51,12 +47,12 @@ void EnableBuildByText(HWND dialog) {
 
 void ApplyHostFlags(HWND dialog) {
   std::uint8_t flags = DialogHost()->hostFlags;
-  if (!(flags & kHostFlagTrueColour)) EnableItem(dialog, kTrueColourButton, false);
+  if (!(flags & kHostFlagTrueColour)) EnableItem(dialog, kTrueColourBox, false);
   SetDlgItemTextA(dialog, kDelayUpDown, DelayRangeForHost(flags));
   if (!(flags & kHostFlagPaletteFormat)) {
-    EnableItem(dialog, kTransparentButton, false);
-    CheckDlgButton(dialog, kSupercompressButton, BST_UNCHECKED);
-    EnableItem(dialog, kSupercompressButton, false);
+    EnableItem(dialog, kTransparentBox, false);
+    CheckDlgButton(dialog, kSupercompressBox, BST_UNCHECKED);
+    EnableItem(dialog, kSupercompressBox, false);
   }
   if (!(flags & kHostFlagTrueColour)) Truecolour = 0;
 }
@@ -72,9 +68,9 @@ BOOL InitDialog(HWND dialog, HostRecord* host) {
   ApplyHostFlags(dialog);
   // The two general controls without a setting start the same each time.
   SetDlgItemTextA(dialog, kCharacterSpaceEdit, kCharacterSpaceStart);
-  CheckDlgButton(dialog, kCustomPaletteButton, BST_CHECKED);
+  CheckDlgButton(dialog, kCustomPaletteBox, BST_CHECKED);
   SetFocus(GetDlgItem(dialog, kBuildButton));
-  PostMessageA(dialog, WM_COMMAND, kCustomPaletteButton, 0);
+  PostMessageA(dialog, WM_COMMAND, kCustomPaletteBox, 0);
   SetWindowTextA(dialog, kTitle);
   CentreWindow(dialog);
   PostMessageA(dialog, kMessageSecondStage, 0, 0);
@@ -88,7 +84,7 @@ void SecondStage(HWND dialog) {
   ControlsLoad(&controls);
   if (ShiftHeld()) {
     bool trueColour = (DialogHost()->hostFlags & kHostFlagTrueColour) != 0;
-    if (trueColour) CheckDlgButton(dialog, kTrueColourButton, BST_CHECKED);
+    if (trueColour) CheckDlgButton(dialog, kTrueColourBox, BST_CHECKED);
     SetDlgItemInt(dialog, kDelayEdit, trueColour ? 40 : 4, FALSE);
     SetDlgItemInt(dialog, kPauseEdit, trueColour ? 1000 : 100, FALSE);
   }
@@ -181,13 +177,13 @@ void Command(HWND dialog, WPARAM wParam) {
         MainPalette = selection < 0 ? 0 : static_cast<std::uint32_t>(selection);
       }
       return;
-    case kCustomPaletteButton:
-      EnableItem(dialog, kPaletteList, IsDlgButtonChecked(dialog, kCustomPaletteButton) != BST_CHECKED);
+    case kCustomPaletteBox:
+      EnableItem(dialog, kPaletteList, IsDlgButtonChecked(dialog, kCustomPaletteBox) != BST_CHECKED);
       return;
     case kTextEdit:
       TextChanged(dialog);
       return;
-    case 30:
+    case kEffectListControl:
       if (notification == kCloseUp) EffectChosen(dialog);
       return;
     case kTestButton:

@@ -2,6 +2,7 @@
 // at each repaint. A change only invalidates the control; a change in the
 // Spiral rows waits UpdateDelay first, so a run of keystrokes costs one render.
 #include "effects/effect.h"
+#include "plugin/build_pipeline.h"
 #include "plugin/main_dialog_win32.h"
 #include "plugin/settings.h"
 #include "raster/dib_win32.h"
@@ -12,7 +13,7 @@ constexpr int kFallbackBrush = COLOR_3DLIGHT + 1;
 
 // The still of the selected effect, or null.
 DibHandle RenderStill(HWND dialog, const RECT& inner) {
-  auto selection = static_cast<int>(SendDlgItemMessageA(dialog, 30, CB_GETCURSEL, 0, 0));
+  auto selection = static_cast<int>(SendDlgItemMessageA(dialog, kEffectListControl, CB_GETCURSEL, 0, 0));
   if (selection < 0 || selection >= kEffectCount || EffectTable[selection].preview == nullptr) return nullptr;
   Controls controls = DialogControls(dialog);
   EffectContext context{};
