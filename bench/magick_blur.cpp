@@ -1,6 +1,6 @@
 #include "bench/magick_blur.h"
 
-#include <magick/MagickCore.h>
+#include "bench/magick_start.h"
 
 struct MagickMask {
   Image* image;
@@ -8,15 +8,6 @@ struct MagickMask {
 };
 
 namespace {
-
-void StartMagick() {
-  static const bool started = [] {
-    MagickCoreGenesis(nullptr, MagickFalse);
-    SetMagickResourceLimit(ThreadResource, 1);
-    return true;
-  }();
-  (void)started;
-}
 
 int Discard(Image* blurred) {
   if (blurred == nullptr) return 0;
@@ -27,7 +18,7 @@ int Discard(Image* blurred) {
 }  // namespace
 
 MagickMask* MagickMaskNew(const std::uint8_t* grey, int width, int height) {
-  StartMagick();
+  MagickStartOnce();
   ExceptionInfo* exception = AcquireExceptionInfo();
   Image* image = ConstituteImage(width, height, "I", CharPixel, grey, exception);
   if (image == nullptr) {
