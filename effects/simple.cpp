@@ -131,15 +131,9 @@ int SimpleBuild(EffectContext* context) {
 
   int width = 0;
   int height = 0;
-  {
-    DibLock lock(still);
-    if (lock.head != nullptr) {
-      width = lock.head->biWidth;
-      height = lock.head->biHeight;
-    }
-  }
+  int sized = DibSizeOf(still, &width, &height);
   MemFree(still);
-  if (width == 0) return 0;
+  if (sized == 0) return 0;
 
   std::vector<ScrollStep> steps(frames);
   int count = SimpleScrollPlan(direction, width, height, frames, steps.data());

@@ -30,19 +30,11 @@ DibHandle RenderStill(HWND dialog, const RECT& inner) {
 // Centres the picture in inner, cut evenly where it is larger, and paints
 // white over what it leaves free.
 void DrawCentred(HDC dc, const RECT& inner, HRGN clip, DibHandle picture) {
-  int dx = 0;
-  int dy = 0;
   int width = 0;
   int height = 0;
-  {
-    DibLock lock(picture);
-    if (lock.head != nullptr) {
-      width = lock.head->biWidth;
-      height = lock.head->biHeight;
-      dx = (inner.right - inner.left - width) / 2;
-      dy = (inner.bottom - inner.top - height) / 2;
-    }
-  }
+  int sized = DibSizeOf(picture, &width, &height);
+  int dx = sized != 0 ? (inner.right - inner.left - width) / 2 : 0;
+  int dy = sized != 0 ? (inner.bottom - inner.top - height) / 2 : 0;
   int left = inner.left + dx;
   int top = inner.top + dy;
   HRGN surround = CreateRectRgn(left, top, left + width, top + height);

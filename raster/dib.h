@@ -138,6 +138,14 @@ struct DibLock {
   DibHead* head;
 };
 
+// Width and height of a block; 0 with both 0 if it will not lock.
+inline int DibSizeOf(DibHandle dib, int* width, int* height) {
+  DibLock lock(dib);
+  *width = lock.head != nullptr ? lock.head->biWidth : 0;
+  *height = lock.head != nullptr ? lock.head->biHeight : 0;
+  return lock.head != nullptr ? 1 : 0;
+}
+
 // Constructors: each returns a new block owned by the caller, or null with
 // nothing left allocated.
 // Depth wish: 0 and above 24 give 32 bits, 1 gives 1, 2-4 give 4, 5-8 give 8,
