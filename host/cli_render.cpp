@@ -1,8 +1,6 @@
 // lwmotio3 render: runs the selected effect as a Build would, from the same
 // settings file, and writes an animated GIF through the reference host, or
 // the effect's 24-bit frames as PNG files.
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -11,6 +9,7 @@
 
 #include "effects/effect.h"
 #include "host/cli.h"
+#include "host/data_folders.h"
 #include "host/png_writer.h"
 #include "host/reference_host.h"
 #include "host/render_setup.h"
@@ -134,7 +133,7 @@ int ApplySettings(const RenderOptions& options) {
   }
   if (options.textGiven && !RenderSetText(options.text, &error)) return Fail(error);
   if (MainText[0] == '\0') return Fail("the text is empty");
-  if (!RenderMakeDataFolders(&error)) return Fail(error);
+  if (!HostMakeDataFolders(&error)) return Fail(error);
   return 0;
 }
 
@@ -153,11 +152,8 @@ std::string FramePath(const std::string& folder, int index) {
 
 // The effect's build callback alone, its frames written as PNG files.
 int WriteFrames(const Controls* dialog, HostRecord* host, const EffectEntry& effect, const std::string& folder) {
-#ifdef _WIN32
-  mkdir(folder.c_str());
-#else
-  mkdir(folder.c_str(), 0777);
-#endif
+  std::string error;
+  if (!HostMakeFolder(folder, &error)) return Fail(error);
   FrameList frames{};
   EffectContext context{};
   context.dialog = dialog;

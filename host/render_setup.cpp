@@ -1,8 +1,5 @@
 #include "host/render_setup.h"
 
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <strings.h>
@@ -26,26 +23,6 @@ bool IsWholeNumber(const char* text) {
   for (; *text != '\0'; ++text)
     if (*text < '0' || *text > '9') return false;
   return true;
-}
-
-int MakeOneFolder(const std::string& path) {
-#ifdef _WIN32
-  return mkdir(path.c_str());
-#else
-  return mkdir(path.c_str(), 0777);
-#endif
-}
-
-// Makes the folder and any missing folders above it.
-int MakeFolder(const std::string& path, std::string* error) {
-  for (std::size_t end = 1; end <= path.size(); ++end) {
-    if (end < path.size() && path[end] != '/' && path[end] != '\\') continue;
-    std::string prefix = path.substr(0, end);
-    if (prefix.back() == ':' || MakeOneFolder(prefix) == 0 || errno == EEXIST) continue;
-    *error = "cannot make the folder '" + prefix + "': " + std::strerror(errno);
-    return 0;
-  }
-  return 1;
 }
 
 }  // namespace
@@ -99,15 +76,6 @@ int RenderSetText(const std::string& utf8, std::string* error) {
   }
   SettingStore(SettingFind("MainText"), text.c_str());
   return 1;
-}
-
-int RenderMakeDataFolders(std::string* error) {
-  std::string data = AppDataPath("Lettermotion 3");
-  if (data.empty()) {
-    *error = "the user's settings folder cannot be found";
-    return 0;
-  }
-  return MakeFolder(data, error);
 }
 
 void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace) {

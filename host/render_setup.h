@@ -20,10 +20,6 @@ int RenderEffectIndex(const std::string& nameOrRow);
 // text, text longer than the edit holds and characters the code page lacks.
 int RenderSetText(const std::string& utf8, std::string* error);
 
-// Makes the maker's folder and the plug-in's data folder below it, as the
-// installer does. 0 with error set if they cannot be made.
-int RenderMakeDataFolders(std::string* error);
-
 // The dialog as it stands after start-up for a host with hostFlags, with
 // the two values that are not settings: Custom palette and Character space.
 void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "fills/material.h"
+#include "host/data_folders.h"
 #include "fills/material_swatch_win32.h"
 #include "plugin/control_table.h"
 #include "plugin/main_dialog_win32.h"
@@ -25,6 +26,8 @@ class MainDialogTest : public ::testing::Test {
  protected:
   void SetUp() override {
     g_module = GetModuleHandleA(nullptr);
+    std::string error;
+    ASSERT_EQ(HostMakeDataFolders(&error), 1) << error;  // the swatches save their files there
     HWND probe = CreateWindowExA(0, "static", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
     if (probe == nullptr) GTEST_SKIP() << "no desktop to make windows on";
     DestroyWindow(probe);

@@ -3,13 +3,13 @@
 // it received and the plug-in's result.
 //
 //   lwhost [--plugin PATH] [--out FILE.gif] [--flags N]
-#include <shlobj.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "host/data_folders.h"
 #include "host/lwhost/lwhost.h"
 #include "host/reference_host.h"
 
@@ -53,17 +53,6 @@ int ParseOptions(int argc, char** argv, HostOptions* options) {
   return 0;
 }
 
-// The maker's folders in the user's application data, which the plug-in
-// expects its host's installer to have made: one for the settings file and,
-// below it, the plug-in's data folder.
-void MakeDataFolders() {
-  char folder[MAX_PATH] = {};
-  if (SHGetFolderPathA(nullptr, CSIDL_APPDATA, nullptr, 0, folder) != S_OK) return;
-  std::string maker = std::string(folder) + "\\Brindle Foundries";
-  CreateDirectoryA(maker.c_str(), nullptr);
-  CreateDirectoryA((maker + "\\Lettermotion 3").c_str(), nullptr);
-}
-
 void PrintCodes() {
   std::printf("codes:");
   for (std::uint32_t code : ReferenceHostCurrent().codes) std::printf(" %u", code);
@@ -76,7 +65,8 @@ int main(int argc, char** argv) {
   HostOptions options;
   if (int failed = ParseOptions(argc, argv, &options)) return failed;
 
-  MakeDataFolders();
+  std::string folderError;
+  if (!HostMakeDataFolders(&folderError)) std::fprintf(stderr, "lwhost: %s\n", folderError.c_str());
   HMODULE plugin = LoadLibraryA(options.plugin.c_str());
   if (plugin == nullptr) {
     std::fprintf(stderr, "lwhost: cannot load %s (error %lu)\n", options.plugin.c_str(), GetLastError());
