@@ -85,6 +85,13 @@ bool ParseCharacterSpace(const char* text, int* value) {
   return true;
 }
 
+bool TakesValue(const std::string& option) {
+  for (const char* known : {"-o", "--ini", "--effect", "--text", "--set", "--frames-dir", "--custom-palette",
+                            "--character-space"})
+    if (option == known) return true;
+  return false;
+}
+
 // 0 when parsed; otherwise the exit code (the message is out already).
 int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help) {
   for (int index = 1; index < argc; ++index) {
@@ -97,7 +104,8 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
       options->testRun = true;
       continue;
     }
-    if (index + 1 >= argc) return UsageError(option.rfind("-", 0) == 0 ? option + " needs a value" : "unexpected '" + option + "'");
+    if (!TakesValue(option)) return UsageError("unknown option '" + option + "'");
+    if (index + 1 >= argc) return UsageError(option + " needs a value");
     const char* value = argv[++index];
     if (option == "-o") options->output = value;
     else if (option == "--ini") options->ini = value;
@@ -105,14 +113,10 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
     else if (option == "--text") options->text = value, options->textGiven = true;
     else if (option == "--set") options->assignments.emplace_back(value);
     else if (option == "--frames-dir") options->framesDir = value;
-    else if (option == "--custom-palette") {
-      if (!ParseOnOff(value, &options->customPalette)) return UsageError("--custom-palette takes on or off");
-    } else if (option == "--character-space") {
-      if (!ParseCharacterSpace(value, &options->characterSpace))
-        return UsageError("--character-space takes a whole number from 50 to 150");
-    } else {
-      return UsageError("unknown option '" + option + "'");
-    }
+    else if (option == "--custom-palette" && !ParseOnOff(value, &options->customPalette))
+      return UsageError("--custom-palette takes on or off");
+    else if (option == "--character-space" && !ParseCharacterSpace(value, &options->characterSpace))
+      return UsageError("--character-space takes a whole number from 50 to 150");
   }
   return 0;
 }
@@ -185,7 +189,19 @@ int WriteFrames(const Controls* dialog, HostRecord* host, const EffectEntry& eff
   return status;
 }
 
+// Whether the output can be written, tried before the long run: the writer
+// goes through a temporary file beside the output.
+int CheckWritable(const std::string& output) {
+  std::string probe = output + ".tmp";
+  std::FILE* file = std::fopen(probe.c_str(), "wb");
+  if (file == nullptr) return Fail("cannot write '" + output + "': " + std::strerror(errno));
+  std::fclose(file);
+  std::remove(probe.c_str());
+  return 0;
+}
+
 int WriteAnimation(const Controls* dialog, HostRecord* host, const RenderOptions& options) {
+  if (int status = CheckWritable(options.output); status != 0) return status;
   HostCall(host, kHostBuildStarted);
   int complete = BuildAnimation(dialog, host, options.testRun ? 1 : 0);
   if (complete == 0 || ReferenceHostCurrent().filesWritten != 1) return Fail("no animation was written");

@@ -1,0 +1,57 @@
+#!/bin/sh
+# The headless renderer from the outside: a default render and a frame
+# folder are written and readable; every refusal is one line on stderr, a
+# non-zero exit, and no output file.
+# usage: render_cli_test.sh LWMOTIO3 WORK_DIR
+set -u
+cli=$1
+work=$2
+rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
+export XDG_CONFIG_HOME="$work/config"
+failures=0
+
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+
+# refuses EXIT_CODE MESSAGE_PART ARGS...: the run must exit with the code,
+# say MESSAGE_PART on exactly one line, and leave no out.gif behind.
+refuses() {
+  code=$1 part=$2
+  shift 2
+  "$cli" render -o out.gif "$@" 2>err.txt >/dev/null
+  status=$?
+  [ "$status" -eq "$code" ] || fail "$* exited $status, not $code"
+  [ "$(wc -l <err.txt)" -eq 1 ] || fail "$* said $(wc -l <err.txt) lines: $(cat err.txt)"
+  grep -q -- "$part" err.txt || fail "$* did not say '$part': $(cat err.txt)"
+  [ ! -e out.gif ] && [ ! -e out.gif.tmp ] || fail "$* left an output file"
+  rm -f out.gif out.gif.tmp
+}
+
+refuses 1 "unknown setting 'NoSuchKey'" --set NoSuchKey=1
+refuses 1 "takes a whole number" --set MainDelay=ten
+refuses 1 "needs KEY=VALUE" --set MainDelay
+refuses 1 "the text is empty" --text ""
+refuses 1 "cannot be written in Windows-1252" --text "Ωmega"
+refuses 1 "is not built yet" --effect Inferno
+refuses 1 "no effect 'Nope'" --effect Nope
+refuses 1 "cannot read" --ini "$work/missing.ini"
+refuses 2 "unknown option '--bogus'" --bogus
+refuses 2 "takes on or off" --custom-palette maybe
+refuses 2 "from 50 to 150" --character-space 151
+"$cli" render -o "$work/no/such/folder/out.gif" 2>err.txt
+[ $? -eq 1 ] && grep -q "cannot write" err.txt || fail "an unwritable output was not refused: $(cat err.txt)"
+
+"$cli" render --help | grep -q -- "--frames-dir" || fail "render --help does not document --frames-dir"
+"$cli" effects | grep -q "17  Simple" || fail "effects does not list Simple at row 17"
+
+"$cli" render -o default.gif --effect simple --text "Café" 2>err.txt || fail "default render failed: $(cat err.txt)"
+frames=$(identify default.gif 2>/dev/null | wc -l)
+[ "$frames" -eq 32 ] || fail "default render has $frames frames, not 32"
+[ -d "$XDG_CONFIG_HOME/Brindle Foundries/Lettermotion 3" ] || fail "the data folder was not made"
+
+"$cli" render --frames-dir frames --set MainSimpleFrames=5 2>err.txt || fail "frame folder failed: $(cat err.txt)"
+[ "$(wc -l <frames/index.txt)" -eq 5 ] || fail "index.txt does not list 5 frames"
+identify frames/frame-0005.png >/dev/null 2>&1 || fail "frame-0005.png is not a readable PNG"
+grep -q "^frame-0005.png 108$" frames/index.txt || fail "the last frame does not carry the pause"
+
+echo "$failures failed"
+[ "$failures" -eq 0 ]
