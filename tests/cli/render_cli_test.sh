@@ -4,7 +4,7 @@
 # non-zero exit, and no output file.
 # usage: render_cli_test.sh LWMOTIO3 WORK_DIR
 set -u
-cli=$1
+cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
 work=$2
 rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
 export XDG_CONFIG_HOME="$work/config"
