@@ -3,6 +3,8 @@
 // settings written when the window goes.
 #include "plugin/main_dialog_win32.h"
 
+#include <commctrl.h>
+
 #include "dialogkit/control_messages.h"
 #include "dialogkit/dialog_host.h"
 #include "dialogkit/message_box_win32.h"
@@ -257,5 +259,9 @@ INT_PTR CALLBACK MainDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
 }
 
 INT_PTR MainDialogRun(HWND parent, HostRecord* host) {
+  // The template and the panels use the up-down control; a host need not
+  // have registered the common controls for us.
+  INITCOMMONCONTROLSEX classes{sizeof classes, ICC_UPDOWN_CLASS | ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&classes);
   return DialogBoxParamA(g_module, MAKEINTRESOURCEA(1000), parent, MainDialogProc, reinterpret_cast<LPARAM>(host));
 }
