@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <windows.h>
-#include <commctrl.h>
 
-#include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "dialogkit/centre.h"
@@ -20,15 +19,14 @@ namespace {
 
 const char* const kDamage = "String table error - this application may be damaged";
 
-// The resources are linked into the test program itself.
+// The resources are linked into the test program itself. Tests that make
+// windows need a desktop that this process can draw on; a Wine session shared
+// with a process whose X display has gone away has none, which says nothing
+// about the code under test.
 class DialogKitTest : public ::testing::Test {
  protected:
   void SetUp() override { g_module = GetModuleHandleA(nullptr); }
 };
-
-// Tests that make windows need a desktop that this process can draw on. A Wine
-// session shared with a process whose X display has gone away has none; that
-// says nothing about the code under test.
 class DialogKitWindowTest : public DialogKitTest {
  protected:
   void SetUp() override {
@@ -39,36 +37,14 @@ class DialogKitWindowTest : public DialogKitTest {
   }
 };
 
-TEST_F(DialogKitTest, StringLookupGivesTheTableTexts) {
-  const char* const expected[] = {"Ok",
-                                  "Error opening file",
-                                  "Corrupted file",
-                                  "Error reading file",
-                                  "Function cancelled",
-                                  "Unsupported function",
-                                  "Memory error",
-                                  "Information error",
-                                  "Unsupported format",
-                                  "Error renaming file",
-                                  "Error creating file",
-                                  "Error writing file",
-                                  "Too many colours",
-                                  "Unsuitable image",
-                                  "Resource error",
-                                  "Library error"};
-  for (int id = 0; id < 16; ++id) EXPECT_STREQ(StringLookup(id), expected[id]) << id;
-  const char* const palettes[] = {"Black and white",      "Sixteen-color Windows", "32-color orthogonal",
-                                  "64-color orthogonal",  "128-color orthogonal",  "216-color safe",
-                                  "256-color orthogonal", "256-color with gray",   "256 gray levels"};
-  for (int row = 0; row < 9; ++row) EXPECT_STREQ(StringLookup(1600 + row), palettes[row]) << row;
-}
-
-TEST_F(DialogKitTest, AMissingStringGivesTheDamageTextInTheSharedBuffer) {
+TEST_F(DialogKitTest, StringLookupGivesTheTableTextsOrTheDamageTextInOneBuffer) {
+  const std::pair<int, const char*> texts[] = {
+      {0, "Ok"}, {6, "Memory error"}, {15, "Library error"}, {1600, "Black and white"}, {1608, "256 gray levels"}};
+  for (auto [id, text] : texts) EXPECT_STREQ(StringLookup(id), text) << id;
   const char* missing = StringLookup(16);
   EXPECT_STREQ(missing, kDamage);
   EXPECT_STREQ(StringLookup(1609), kDamage);
-  const char* memory = StringLookup(6);
-  EXPECT_EQ(memory, missing);  // one buffer, overwritten by the later call
+  EXPECT_EQ(StringLookup(6), missing);  // one buffer, overwritten by the later call
   EXPECT_STREQ(missing, "Memory error");
 }
 
@@ -78,14 +54,11 @@ TEST_F(DialogKitTest, EachWellHasAStripOfSquareArrowIconsOnePerCell) {
     DibOwner strip(DibFromResource(g_module, layout->iconResource, background));
     ASSERT_NE(strip.get(), nullptr) << layout->iconResource;
     DibLock lock(strip.get());
-    int size = lock.head->biHeight;
-    EXPECT_EQ(size, 25);
-    EXPECT_EQ(lock.head->biWidth, size * layout->cellCount);
-    for (int cell = 0; cell < layout->cellCount; ++cell) {
-      int left = cell * size;
-      EXPECT_EQ(DibGetPixel(lock.head, left + 2, 2), background) << cell;  // clear around the arrow
-      EXPECT_EQ(DibGetPixel(lock.head, left + size - 3, size - 3), background) << cell;
-      EXPECT_NE(DibGetPixel(lock.head, left + size / 2, size / 2), background) << cell;  // the arrow's shaft
+    EXPECT_EQ(lock.head->biHeight, 25);
+    EXPECT_EQ(lock.head->biWidth, 25 * layout->cellCount);
+    for (int left = 0; left < lock.head->biWidth; left += 25) {
+      EXPECT_EQ(DibGetPixel(lock.head, left + 2, 2), background) << left;  // clear around the arrow
+      EXPECT_NE(DibGetPixel(lock.head, left + 12, 12), background) << left;  // the arrow's shaft
     }
   }
 }
@@ -99,14 +72,9 @@ LRESULT CALLBACK RecordingParentProc(HWND window, UINT message, WPARAM wParam, L
 }
 
 HWND MakeParent() {
-  static const bool registered = [] {
-    WNDCLASSA parentClass{};
-    parentClass.lpfnWndProc = RecordingParentProc;
-    parentClass.hInstance = GetModuleHandleA(nullptr);
-    parentClass.lpszClassName = "DialogKitTestParent";
-    return RegisterClassA(&parentClass) != 0;
-  }();
-  EXPECT_TRUE(registered);
+  WNDCLASSA parentClass{0, RecordingParentProc, 0, 0, GetModuleHandleA(nullptr), nullptr, nullptr, nullptr, nullptr,
+                        "DialogKitTestParent"};
+  RegisterClassA(&parentClass);  // refused after the first time, which is no harm
   g_commands.clear();
   return CreateWindowExA(0, "DialogKitTestParent", "wells", WS_OVERLAPPEDWINDOW, 0, 0, 300, 200, nullptr, nullptr,
                          GetModuleHandleA(nullptr), nullptr);
@@ -129,35 +97,28 @@ std::string TextOf(HWND window) {
   return text;
 }
 
+// A click, then the messages it posted.
 void Click(HWND window, int x, int y) {
   SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
   SendMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
-}
-
-void PumpMessages() {
   MSG message;
   while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
 }
 
 TEST_F(DialogKitWindowTest, ClickingACellWritesItsNumberAndTellsTheParent) {
-  struct Case {
-    WNDPROC procedure;
-    const WellLayout* layout;
-  };
-  for (Case c : {Case{DirectionWellProc, &kEightWayWell}, Case{ScrollWellProc, &kFourWayWell},
-                 Case{TwoWayWellProc, &kTwoWayWell}}) {
+  const std::pair<WNDPROC, const WellLayout*> cases[] = {
+      {DirectionWellProc, &kEightWayWell}, {ScrollWellProc, &kFourWayWell}, {TwoWayWellProc, &kTwoWayWell}};
+  for (auto [procedure, layout] : cases) {
     HWND parent = MakeParent();
-    HWND well = MakeWell(parent, 115, c.procedure, "0", 75, 75);
+    HWND well = MakeWell(parent, 115, procedure, "0", 75, 75);
     ASSERT_NE(well, nullptr);
-    for (int cell = c.layout->cellCount - 1; cell >= 0; --cell) {
-      const DibRect& r = c.layout->cells[cell];
+    for (int cell = layout->cellCount - 1; cell >= 0; --cell) {
+      const DibRect& r = layout->cells[cell];
       Click(well, (r.left + r.right) / 2, (r.top + r.bottom) / 2);
       EXPECT_EQ(TextOf(well), std::to_string(cell));
     }
-    PumpMessages();
-    ASSERT_EQ(g_commands.size(), static_cast<std::size_t>(c.layout->cellCount));
-    EXPECT_EQ(LOWORD(g_commands[0]), 115);
-    EXPECT_EQ(HIWORD(g_commands[0]), BN_CLICKED);
+    ASSERT_EQ(g_commands.size(), static_cast<std::size_t>(layout->cellCount));
+    EXPECT_EQ(g_commands[0], MAKEWPARAM(115, BN_CLICKED));
     DestroyWindow(parent);
   }
 }
@@ -167,7 +128,6 @@ TEST_F(DialogKitWindowTest, TheCentreOfTheEightWayWellChangesNothingButStillClic
   HWND well = MakeWell(parent, 137, DirectionWellProc, "6", 75, 75);
   Click(well, 37, 37);
   EXPECT_EQ(TextOf(well), "6");
-  PumpMessages();
   EXPECT_EQ(g_commands.size(), 1u);
   // The refresh took 6 from the text: clicking cell 6 again is no change either.
   Click(well, 37, 62);
@@ -193,18 +153,14 @@ TEST_F(DialogKitWindowTest, AColourWellKeepsItsColourWhenTheHostRefusesAndTakesA
   DialogHostSet(&host);
   HWND parent = MakeParent();
   HWND well = MakeWell(parent, 119, ColourWellProc, "255", 40, 20);
-
   g_verdict = 0;
   Click(well, 10, 10);
-  PumpMessages();
   EXPECT_EQ(g_offered, 255u);
   EXPECT_EQ(TextOf(well), "255");
   ASSERT_EQ(g_commands.size(), 1u);  // the command follows a refusal too
   EXPECT_EQ(g_commands[0], 119u);
-
   g_verdict = 1;
   Click(well, 10, 10);
-  PumpMessages();
   EXPECT_EQ(TextOf(well), std::to_string(0x00336699));
   EXPECT_EQ(g_commands.size(), 2u);
   DestroyWindow(parent);
@@ -213,30 +169,26 @@ TEST_F(DialogKitWindowTest, AColourWellKeepsItsColourWhenTheHostRefusesAndTakesA
 
 // Closes the message box from inside its own modal loop, after noting what it shows.
 struct SeenBox {
-  std::string title;
   std::string text;
   RECT rect;
   int focusId;
-};
-SeenBox g_box;
+} g_box;
 WPARAM g_answer;
-
-BOOL CALLBACK FindBox(HWND window, LPARAM found) {
-  char title[32] = {};
-  GetWindowTextA(window, title, sizeof title);
-  if (std::strcmp(title, "Message") != 0) return TRUE;
-  *reinterpret_cast<HWND*>(found) = window;
-  return FALSE;
-}
 
 void CALLBACK AnswerBox(HWND, UINT, UINT_PTR timer, DWORD) {
   HWND box = nullptr;
-  EnumThreadWindows(GetCurrentThreadId(), FindBox, reinterpret_cast<LPARAM>(&box));
+  EnumThreadWindows(GetCurrentThreadId(), [](HWND window, LPARAM found) -> BOOL {
+    char title[32] = {};
+    GetWindowTextA(window, title, sizeof title);
+    if (std::string(title) != "Message") return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+  }, reinterpret_cast<LPARAM>(&box));
   if (box == nullptr) return;
   KillTimer(nullptr, timer);
   char text[256] = {};
   GetDlgItemTextA(box, kMessageBoxTextId, text, sizeof text);
-  g_box = {"Message", text, {}, GetDlgCtrlID(GetFocus())};
+  g_box = {text, {}, GetDlgCtrlID(GetFocus())};
   GetWindowRect(box, &g_box.rect);
   PostMessageA(box, WM_COMMAND, g_answer, 0);
 }
@@ -252,48 +204,6 @@ TEST_F(DialogKitWindowTest, MessageBoxShowsTheTextCentredAndEndsOnOk) {
   int height = g_box.rect.bottom - g_box.rect.top;
   EXPECT_EQ(g_box.rect.left, CentreCoordinate(GetSystemMetrics(SM_CXSCREEN), 0, width));
   EXPECT_EQ(g_box.rect.top, CentreCoordinate(GetSystemMetrics(SM_CYSCREEN), 0, height));
-}
-
-TEST_F(DialogKitWindowTest, TheYesNoFormsEndWithThePressedId) {
-  g_answer = IDNO;
-  SetTimer(nullptr, 0, 50, AnswerBox);
-  INT_PTR result = DialogBoxParamA(g_module, kMessageBoxYesNoCancelTemplate, nullptr, MessageBoxProc,
-                                   reinterpret_cast<LPARAM>("Save the group?"));
-  EXPECT_EQ(result, IDNO);
-  EXPECT_EQ(g_box.text, "Save the group?");
-  EXPECT_EQ(g_box.focusId, IDYES);
-
-  g_answer = IDCANCEL;
-  SetTimer(nullptr, 0, 50, AnswerBox);
-  result = DialogBoxParamA(g_module, kMessageBoxYesNoTemplate, nullptr, MessageBoxProc,
-                           reinterpret_cast<LPARAM>("Delete?"));
-  EXPECT_EQ(result, IDCANCEL);
-}
-
-TEST_F(DialogKitWindowTest, TheMainDialogTemplateHoldsItsControlsAndRanges) {
-  INITCOMMONCONTROLSEX controls{sizeof controls, ICC_UPDOWN_CLASS};
-  ASSERT_TRUE(InitCommonControlsEx(&controls));
-  HWND dialog = CreateDialogParamA(g_module, MAKEINTRESOURCEA(1000), nullptr, nullptr, 0);
-  ASSERT_NE(dialog, nullptr);
-  EXPECT_EQ(TextOf(dialog), "Lettermotion #3");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 10011)), "1,1000,10");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 10028)), "4,144,24");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 10031)), "0,512,0");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 10033)), "1,10000,10");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 10034)), "50,150,100");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 10)), "Tr&ue color");
-  EXPECT_EQ(TextOf(GetDlgItem(dialog, 43)), "Character space:");
-  for (int id : {1, 2, 9, 10, 11, 13, 14, 15, 17, 18, 19, 20, 22, 23, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36,
-                 46, 37, 38, 39, 40, 41, 42, 43, 44, 45})
-    EXPECT_NE(GetDlgItem(dialog, id), nullptr) << id;
-  // 416 by 308 dialog units.
-  RECT units{0, 0, 416, 308};
-  MapDialogRect(dialog, &units);
-  RECT client;
-  GetClientRect(dialog, &client);
-  EXPECT_EQ(client.right, units.right);
-  EXPECT_EQ(client.bottom, units.bottom);
-  DestroyWindow(dialog);
 }
 
 }  // namespace
