@@ -10,52 +10,36 @@ namespace {
 FrameRecord MakeFrame(int fill, std::uint32_t delay, bool withMask) {
   FrameRecord record{};
   record.image = MemAlloc(kMemMoveableZeroed, 64);
-  std::memset(MemLock(record.image), fill, 64);
-  MemUnlock(record.image);
   record.mask = withMask ? MemAlloc(kMemMoveableZeroed, 8) : nullptr;
   record.delay = delay;
   record.transparentIndex = -1;
+  std::memset(MemLock(record.image), fill, 64);
+  MemUnlock(record.image);
   return record;
 }
 
-TEST(FrameList, AppendKeepsRecordsByteForByteThroughBothAllocationPaths) {
+TEST(FrameList, AppendKeepsRecordsByteForByteThroughBothAllocationPathsAndPatchesTheLastDelay) {
   FrameList list{};
-  FrameRecord first = MakeFrame(1, 10, false);
-  FrameRecord second = MakeFrame(2, 20, true);
-  ASSERT_EQ(FrameListAppend(&list, &first), 1);
-  ASSERT_EQ(FrameListAppend(&list, &second), 1);
+  FrameRecord frames[2] = {MakeFrame(1, 10, false), MakeFrame(2, 20, true)};
+  for (FrameRecord& frame : frames) ASSERT_EQ(FrameListAppend(&list, &frame), 1);  // a first block, then a grown one
   ASSERT_EQ(list.count, 2);
-  EXPECT_EQ(MemSize(list.records), 2 * sizeof(FrameRecord));  // no slack
-  auto* records = static_cast<FrameRecord*>(MemLock(list.records));
-  EXPECT_EQ(std::memcmp(&records[0], &first, sizeof first), 0);
-  EXPECT_EQ(std::memcmp(&records[1], &second, sizeof second), 0);
+  EXPECT_EQ(MemSize(list.records), sizeof frames);  // no slack
+  EXPECT_EQ(std::memcmp(MemLock(list.records), frames, sizeof frames), 0);
+  MemUnlock(list.records);
+
+  EXPECT_EQ(FramePatchDelay(&list, 1010), 1);
+  frames[1].delay = 1010;  // only the last frame's delay changes
+  EXPECT_EQ(std::memcmp(MemLock(list.records), frames, sizeof frames), 0);
   MemUnlock(list.records);
   EXPECT_EQ(FrameListFree(&list), 1);
   EXPECT_EQ(list.records, nullptr);
   EXPECT_EQ(list.count, 0);
 }
 
-TEST(FrameList, PatchDelayTouchesOnlyTheLastFrameAndRefusesAnEmptyList) {
+TEST(FrameList, AnEmptyListRefusesAPatchAndFreesToItself) {
   FrameList list{};
   EXPECT_EQ(FramePatchDelay(&list, 99), 0);
   EXPECT_EQ(list.records, nullptr);
-
-  FrameRecord first = MakeFrame(1, 10, false);
-  FrameRecord second = MakeFrame(2, 20, false);
-  FrameListAppend(&list, &first);
-  FrameListAppend(&list, &second);
-  EXPECT_EQ(FramePatchDelay(&list, 1010), 1);
-  auto* records = static_cast<FrameRecord*>(MemLock(list.records));
-  EXPECT_EQ(records[0].delay, 10u);
-  EXPECT_EQ(records[1].delay, 1010u);
-  EXPECT_EQ(records[1].image, second.image);
-  EXPECT_EQ(records[1].transparentIndex, -1);
-  MemUnlock(list.records);
-  FrameListFree(&list);
-}
-
-TEST(FrameList, FreeOfAnEmptyListLeavesItEmpty) {
-  FrameList list{};
   EXPECT_EQ(FrameListFree(&list), 1);
   EXPECT_EQ(list.count, 0);
 }

@@ -5,11 +5,18 @@
 // and frames to hand to the host.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "host/reference_host.h"
 #include "plugin/host_interface.h"
 #include "raster/dib.h"
 
@@ -31,112 +38,106 @@ inline TaskRecord TestTask(int depth, int width, int height, std::uint32_t seed)
   task.bitsPerPixel = static_cast<std::uint32_t>(depth);
   task.width = static_cast<std::uint32_t>(width);
   task.height = static_cast<std::uint32_t>(height);
-  for (int entry = 0; entry < 256; ++entry) {
-    task.palette[3 * entry] = static_cast<std::uint8_t>(entry);
-    task.palette[3 * entry + 1] = static_cast<std::uint8_t>(entry * 7 + seed);
-    task.palette[3 * entry + 2] = static_cast<std::uint8_t>(255 - entry);
+  for (std::uint32_t entry = 0; entry < 256; ++entry) {
+    std::uint8_t colour[3] = {std::uint8_t(entry), std::uint8_t(entry * 7 + seed), std::uint8_t(255 - entry)};
+    std::memcpy(task.palette + 3 * entry, colour, 3);
   }
   return task;
 }
 
+inline std::int64_t TestPointer(const void* address) { return reinterpret_cast<std::int64_t>(address); }
+
+inline std::vector<std::uint8_t> TestReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+// A frame for the host's code 2.
+inline ImageRecord TestImage(DibHandle dib, std::uint32_t number, std::uint32_t delay, std::int32_t transparentIndex,
+                             std::uint32_t transparentFlag) {
+  ImageRecord record{};
+  record.size = sizeof(ImageRecord);
+  record.version = kInterfaceVersion;
+  record.image = dib;
+  record.imageNumber = number;
+  record.delay = delay;
+  record.transparentIndex = transparentIndex;
+  record.transparentFlag = transparentFlag;
+  return record;
+}
+
 struct TestLzwStats {
-  int clearCodes = 0;
-  int widestCode = 0;
+  int clearCodes = 0, widestCode = 0;
   bool ok = false;  // ended on the end code at the end of the data, no code out of turn
 };
 
-// Decodes a bare code stream (no sub-blocks).
+// Decodes a bare code stream (no sub-blocks), the table holding whole strings.
 inline std::vector<std::uint8_t> TestLzwDecode(const std::vector<std::uint8_t>& data, int minimumCodeSize,
                                                TestLzwStats* stats) {
-  std::vector<std::uint8_t> out;
-  const int clearCode = 1 << minimumCodeSize;
-  const int endCode = clearCode + 1;
-  std::vector<int> prefixOf(4096, -1);
-  std::vector<std::uint8_t> suffixOf(4096, 0);
-  for (int code = 0; code < clearCode; ++code) suffixOf[code] = static_cast<std::uint8_t>(code);
-  int width = minimumCodeSize + 1;
-  int nextCode = endCode + 1;
-  int previous = -1;
-  std::size_t bitPosition = 0;
-  std::vector<std::uint8_t> text;
-
-  auto stringOf = [&](int code) {
-    text.clear();
-    for (int walk = code; walk != -1; walk = prefixOf[walk]) text.insert(text.begin(), suffixOf[walk]);
+  const std::size_t clearCode = std::size_t{1} << minimumCodeSize;
+  std::vector<std::vector<std::uint8_t>> table;
+  std::vector<std::uint8_t> out, previous;  // previous is empty right after a clear code
+  int width = 0;
+  auto clear = [&] {
+    table.assign(clearCode + 2, {});  // the clear and end codes stand for no string
+    for (std::size_t code = 0; code < clearCode; ++code) table[code] = {static_cast<std::uint8_t>(code)};
+    width = minimumCodeSize + 1;
+    previous.clear();
   };
-
-  while (bitPosition + width <= data.size() * 8) {
-    int code = 0;
-    for (int bit = 0; bit < width; ++bit, ++bitPosition) {
-      code |= (data[bitPosition / 8] >> (bitPosition % 8) & 1) << bit;
-    }
-    if (width > stats->widestCode) stats->widestCode = width;
+  clear();
+  for (std::size_t bit = 0; bit + width <= data.size() * 8;) {
+    std::size_t code = 0;
+    for (int i = 0; i < width; ++i, ++bit) code |= std::size_t{data[bit / 8] >> (bit % 8) & 1u} << i;
+    stats->widestCode = std::max(stats->widestCode, width);
     if (code == clearCode) {
       stats->clearCodes += 1;
-      width = minimumCodeSize + 1;
-      nextCode = endCode + 1;
-      previous = -1;
+      clear();
       continue;
     }
-    if (code == endCode) {
-      stats->ok = (bitPosition + 7) / 8 == data.size();  // nothing but padding behind it
+    if (code == clearCode + 1) {
+      stats->ok = (bit + 7) / 8 == data.size();  // nothing but padding behind it
       return out;
     }
-    if (previous == -1) {
-      if (code >= clearCode) return out;
-      out.push_back(static_cast<std::uint8_t>(code));
-      previous = code;
-      continue;
-    }
-    if (code < nextCode) {
-      stringOf(code);
-    } else if (code == nextCode) {
-      stringOf(previous);
-      text.push_back(text[0]);
-    } else {
-      return out;  // a code the decoder cannot know yet
-    }
+    if (code > table.size() || (code == table.size() && previous.empty())) return out;  // not known yet
+    std::vector<std::uint8_t> text = code < table.size() ? table[code] : previous;
+    if (code == table.size()) text.push_back(previous[0]);
     out.insert(out.end(), text.begin(), text.end());
-    if (nextCode < 4096) {
-      prefixOf[nextCode] = previous;
-      suffixOf[nextCode] = text[0];
-      nextCode += 1;
-      if (nextCode == 1 << width && width < 12) width += 1;
+    if (!previous.empty() && table.size() < 4096) {
+      previous.push_back(text[0]);
+      table.push_back(previous);
+      if (table.size() == std::size_t{1} << width && width < 12) width += 1;
     }
-    previous = code;
+    previous = text;
   }
   return out;
 }
 
+// delay, disposal and transparent are -1 without a control block (or
+// without a transparent index).
 struct TestGifFrame {
-  int left = 0, top = 0, width = 0, height = 0;
-  int delay = -1;  // -1 when the frame has no control block
-  int disposal = -1;
-  int transparent = -1;  // index, or -1
+  int left = 0, top = 0, width = 0, height = 0, delay = -1, disposal = -1, transparent = -1, codeSize = 0;
   bool localTable = false;
-  int codeSize = 0;
   TestLzwStats lzw;
   std::vector<std::uint8_t> indices;
 };
 
+// ok: every block was understood and the trailer reached; loopCount is -1
+// without a NETSCAPE2.0 block.
 struct TestGif {
-  bool ok = false;  // every block was understood and the trailer reached
-  std::string signature;
-  int width = 0, height = 0;
-  int tableEntries = 0;
+  bool ok = false;
+  int width = 0, height = 0, tableEntries = 0, loopCount = -1;
   std::vector<std::uint8_t> table;
-  int loopCount = -1;  // -1 without a NETSCAPE2.0 block
   std::vector<std::string> comments;
   std::vector<TestGifFrame> frames;
 };
 
 inline TestGif TestGifParse(const std::vector<std::uint8_t>& file) {
   TestGif gif;
-  std::size_t at = 0;
+  std::size_t at = 6;
   auto byte = [&]() -> int { return at < file.size() ? file[at++] : -1; };
   auto word = [&]() {
-    int low = byte();
-    return low | byte() << 8;
+    at += 2;
+    return at <= file.size() ? file[at - 2] | file[at - 1] << 8 : -1;
   };
   auto subBlocks = [&]() {
     std::vector<std::uint8_t> data;
@@ -145,26 +146,18 @@ inline TestGif TestGifParse(const std::vector<std::uint8_t>& file) {
     }
     return data;
   };
-  if (file.size() < 13) return gif;
-  gif.signature.assign(file.begin(), file.begin() + 6);
-  at = 6;
+  if (file.size() < 13 || std::memcmp(file.data(), "GIF89a", 6) != 0) return gif;
   gif.width = word();
   gif.height = word();
   int packed = byte();
-  byte();
-  byte();
+  at += 2;
   if ((packed & 0x80) != 0) {
     gif.tableEntries = 2 << (packed & 7);
     gif.table.assign(file.begin() + at, file.begin() + at + 3 * gif.tableEntries);
     at += 3 * gif.tableEntries;
   }
   TestGifFrame pending;
-  while (at < file.size()) {
-    int introducer = byte();
-    if (introducer == 0x3B) {
-      gif.ok = true;
-      return gif;
-    }
+  for (int introducer = byte(); introducer != 0x3B; introducer = byte()) {
     if (introducer == 0x21) {
       int label = byte();
       std::vector<std::uint8_t> data = subBlocks();
@@ -178,26 +171,24 @@ inline TestGif TestGifParse(const std::vector<std::uint8_t>& file) {
         gif.loopCount = data[12] | data[13] << 8;
       }
     } else if (introducer == 0x2C) {
-      TestGifFrame frame = pending;
-      pending = TestGifFrame{};
-      frame.left = word();
-      frame.top = word();
-      frame.width = word();
-      frame.height = word();
+      TestGifFrame& frame = gif.frames.emplace_back(std::exchange(pending, TestGifFrame{}));
+      for (int* field : {&frame.left, &frame.top, &frame.width, &frame.height}) *field = word();
       frame.localTable = (byte() & 0x80) != 0;
       frame.codeSize = byte();
       frame.indices = TestLzwDecode(subBlocks(), frame.codeSize, &frame.lzw);
-      gif.frames.push_back(std::move(frame));
     } else {
       return gif;
     }
   }
+  gif.ok = true;
   return gif;
 }
 
 // A bottom-up indexed or true-colour bitmap in the store's layout, built by
-// hand so the tests do not lean on the bitmap constructors.
-inline DibHandle TestMakeDib(int width, int height, int depth, const std::uint8_t* palette) {
+// hand so the tests do not lean on the bitmap constructors; values are pixel
+// values, rows from the top. The colour table stays black: the host takes its
+// colours from the task.
+inline DibHandle TestMakeDib(int width, int height, int depth, const std::vector<std::uint32_t>& values) {
   std::size_t size =
       kDibHeadSize + DibColourTableBytes(depth) + static_cast<std::size_t>(DibStride(depth, width)) * height;
   DibHandle dib = MemAlloc(kMemMoveableZeroed, size);
@@ -207,21 +198,36 @@ inline DibHandle TestMakeDib(int width, int height, int depth, const std::uint8_
   head->biHeight = height;
   head->biPlanes = 1;
   head->biBitCount = static_cast<std::uint16_t>(depth);
-  auto* table = reinterpret_cast<std::uint8_t*>(head) + kDibHeadSize;
-  for (int entry = 0; palette != nullptr && entry < DibColourTableBytes(depth) / 4; ++entry) {
-    table[4 * entry] = palette[3 * entry + 2];
-    table[4 * entry + 1] = palette[3 * entry + 1];
-    table[4 * entry + 2] = palette[3 * entry];
-  }
+  for (std::size_t i = 0; i < values.size(); ++i) DibPutPixel(head, int(i) % width, int(i) / width, values[i]);
   MemUnlock(dib);
   return dib;
 }
 
-// Puts pixel values, rows from the top, into a bitmap from TestMakeDib.
-inline void TestFillDib(DibHandle dib, const std::vector<std::uint32_t>& values) {
-  auto* head = static_cast<DibHead*>(MemLock(dib));
-  for (int y = 0; y < head->biHeight; ++y) {
-    for (int x = 0; x < head->biWidth; ++x) DibPutPixel(head, x, y, values[y * head->biWidth + x]);
+// A frame to hand to the host: its size, pixel values from the top, delay and
+// transparency.
+struct TestHostFrame {
+  int width, height;
+  std::vector<std::uint32_t> pixels;
+  std::uint32_t delay;
+  std::int32_t transparentIndex;
+  std::uint32_t transparentFlag;
+};
+
+// Runs one task through the reference host into path, the frames as bitmaps
+// of dibDepth bits, then the comment if there is one.
+inline void TestHostWrite(const std::string& path, TaskRecord task, int dibDepth,
+                          const std::vector<TestHostFrame>& frames, const std::string& comment = "") {
+  ReferenceHostReset(path, false);
+  ASSERT_EQ(ReferenceHostCallback(nullptr, kHostOpenTask, 0, TestPointer(&task)), 1);
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    const TestHostFrame& frame = frames[i];
+    DibOwner dib(TestMakeDib(frame.width, frame.height, dibDepth, frame.pixels));
+    ImageRecord image =
+        TestImage(dib.get(), std::uint32_t(i), frame.delay, frame.transparentIndex, frame.transparentFlag);
+    ASSERT_EQ(ReferenceHostCallback(&task, kHostAddImage, 0, TestPointer(&image)), 1);
   }
-  MemUnlock(dib);
+  if (!comment.empty()) {
+    ASSERT_EQ(ReferenceHostCallback(&task, kHostAddComment, 0, TestPointer(comment.c_str())), 1);
+  }
+  ASSERT_EQ(ReferenceHostCallback(&task, kHostCloseTask, 1, 0), 1);
 }

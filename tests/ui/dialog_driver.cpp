@@ -18,36 +18,25 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <string>
 
 namespace {
 
 constexpr DWORD kWatchdogMs = 60000;
 constexpr const char* kDialogTitle = "Lettermotion #3";
-constexpr int kBuildButton = 1;
-constexpr int kCancelButton = 2;
-constexpr int kTextEdit = 23;
-constexpr int kEffectList = 30;
-constexpr int kTestButton = 35;
-constexpr int kFirstPanelId = 100;
-constexpr int kLastPanelId = 638;
-constexpr int kSimpleFrames = 117;
-constexpr int kEffectSimple = 17;
-constexpr int kFillSwatch = 101;  // the text's fill of Simple
-constexpr int kDelayEdit = 11;
-constexpr int kUpDownOffset = 10000;
-constexpr int kTrueColourBox = 10;
-constexpr int kSupercompressBox = 19;
-constexpr int kTransparentBox = 46;
-constexpr int kColourBoxRed = 706;  // the colour box's edits for red, green and blue
-constexpr int kColourBoxGreen = 707;
-constexpr int kColourBoxBlue = 708;
+// Control ids: the dialog's buttons, edits and boxes, the range of the
+// effects' panel controls, Simple's frame count and text fill, and the
+// colour box's edits for red, green and blue.
+constexpr int kBuildButton = 1, kCancelButton = 2, kTestButton = 35;
+constexpr int kTextEdit = 23, kEffectList = 30, kDelayEdit = 11, kUpDownOffset = 10000;
+constexpr int kTrueColourBox = 10, kSupercompressBox = 19, kTransparentBox = 46;
+constexpr int kFirstPanelId = 100, kLastPanelId = 638;
+constexpr int kEffectSimple = 17, kSimpleFrames = 117, kFillSwatch = 101;
+constexpr int kColourBoxRed = 706, kColourBoxGreen = 707, kColourBoxBlue = 708;
 
 DWORD g_start = 0;
 int g_failures = 0;
-
-bool TimeLeft() { return GetTickCount() - g_start < kWatchdogMs; }
 
 void Check(bool condition, const char* what) {
   std::printf("%s: %s\n", condition ? "ok" : "FAIL", what);
@@ -60,7 +49,7 @@ template <typename Condition>
 bool WaitFor(Condition done, DWORD limitMs) {
   DWORD begin = GetTickCount();
   while (!done()) {
-    if (GetTickCount() - begin > limitMs || !TimeLeft()) return false;
+    if (GetTickCount() - begin > limitMs || GetTickCount() - g_start >= kWatchdogMs) return false;
     Sleep(100);
   }
   return true;
@@ -70,9 +59,7 @@ bool FileExists(const std::string& path) { return GetFileAttributesA(path.c_str(
 
 std::string ReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
+  return {std::istreambuf_iterator<char>(in), {}};
 }
 
 std::string MakerFolder() {
@@ -103,9 +90,10 @@ bool StartHost(const std::string& host, const std::string& plugin, const std::st
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdOutput = output;
   startup.hStdError = output;
-  std::string command = "\"" + host + "\" --plugin \"" + plugin + "\" --out \"" + out + "\" --flags " + std::to_string(flags);
-  BOOL ok = CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                           &started->process);
+  std::string command =
+      "\"" + host + "\" --plugin \"" + plugin + "\" --out \"" + out + "\" --flags " + std::to_string(flags);
+  BOOL ok =
+      CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started->process);
   CloseHandle(output);
   return ok != FALSE;
 }
@@ -116,45 +104,51 @@ void Settle(const Host& host) {
   SendMessageTimeoutA(host.dialog, WM_NULL, 0, 0, SMTO_NORMAL, 30000, &ignored);
 }
 
-BOOL CALLBACK FindShownPanelControl(HWND child, LPARAM found) {
-  int id = GetDlgCtrlID(child);
-  if (id >= kFirstPanelId && id <= kLastPanelId && IsWindowVisible(child)) *reinterpret_cast<bool*>(found) = true;
-  return TRUE;
+// Calls visit(window) for each top-level window, or each child of parent.
+template <typename Visit>
+void ForEachWindow(HWND parent, Visit visit) {
+  WNDENUMPROC call = [](HWND window, LPARAM visitor) -> BOOL {
+    (*reinterpret_cast<Visit*>(visitor))(window);
+    return TRUE;
+  };
+  if (parent == nullptr)
+    EnumWindows(call, reinterpret_cast<LPARAM>(&visit));
+  else
+    EnumChildWindows(parent, call, reinterpret_cast<LPARAM>(&visit));
 }
 
 // Whether the second stage has ended: it shows the current effect's panel last.
 bool PanelShown(HWND dialog) {
   bool found = false;
-  EnumChildWindows(dialog, FindShownPanelControl, reinterpret_cast<LPARAM>(&found));
+  ForEachWindow(dialog, [&](HWND child) {
+    int id = GetDlgCtrlID(child);
+    found = found || (id >= kFirstPanelId && id <= kLastPanelId && IsWindowVisible(child));
+  });
   return found;
 }
 
 // The dialog, once its second stage has made and loaded the panels.
 bool FindDialog(Host* host) {
-  bool found = WaitFor(
-      [&] {
-        host->dialog = FindWindowA(nullptr, kDialogTitle);
-        return host->dialog != nullptr && PanelShown(host->dialog);
-      },
-      20000);
-  if (found) Settle(*host);
-  return found;
+  auto up = [&] { return (host->dialog = FindWindowA(nullptr, kDialogTitle)) != nullptr && PanelShown(host->dialog); };
+  if (!WaitFor(up, 20000)) return false;
+  Settle(*host);
+  return true;
 }
 
 HWND Item(const Host& host, int id) { return GetDlgItem(host.dialog, id); }
+bool Visible(const Host& host, int id) { return IsWindowVisible(Item(host, id)) != FALSE; }
+bool Enabled(const Host& host, int id) { return IsWindowEnabled(Item(host, id)) != FALSE; }
 
 void ChooseEffect(const Host& host, int effect) {
   SendMessageA(Item(host, kEffectList), CB_SETCURSEL, static_cast<WPARAM>(effect), 0);
   SendMessageA(host.dialog, WM_COMMAND, MAKEWPARAM(kEffectList, CBN_CLOSEUP),
                reinterpret_cast<LPARAM>(Item(host, kEffectList)));
+  Settle(host);
 }
 
-bool Visible(const Host& host, int id) { return IsWindowVisible(Item(host, id)) != FALSE; }
-
 bool WaitForExit(const Host& host) {
-  DWORD left = kWatchdogMs - (GetTickCount() - g_start);
-  if (GetTickCount() - g_start > kWatchdogMs) left = 0;
-  return WaitForSingleObject(host.process.hProcess, left) == WAIT_OBJECT_0;
+  DWORD elapsed = GetTickCount() - g_start;
+  return WaitForSingleObject(host.process.hProcess, elapsed < kWatchdogMs ? kWatchdogMs - elapsed : 0) == WAIT_OBJECT_0;
 }
 
 void EndHost(Host* host) {
@@ -178,19 +172,12 @@ void TypeText(const Host& host, int id, const char* text) {
   Settle(host);
 }
 
-std::string ItemText(HWND item) {
-  char text[64] = {};
-  SendMessageA(item, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text));
-  return text;
-}
-
-bool Enabled(const Host& host, int id) { return IsWindowEnabled(Item(host, id)) != FALSE; }
-
 // What the dialog makes of the host's flags: bit 0, a palette-based target;
 // bit 1, true colour, which lwhost is never given here.
 void CheckHostFlags(const Host& host, bool paletteFormat) {
-  const char* range = paletteFormat ? "1,25,8" : "1,250,80";
-  Check(ItemText(Item(host, kDelayEdit + kUpDownOffset)) == range, "the Delay range follows the host's flags");
+  char range[64] = {};
+  GetWindowTextA(Item(host, kDelayEdit + kUpDownOffset), range, sizeof range);
+  Check(std::strcmp(range, paletteFormat ? "1,25,8" : "1,250,80") == 0, "the Delay range follows the host's flags");
   Check(!Enabled(host, kTrueColourBox), "True color is disabled without the host's true-colour flag");
   Check(Enabled(host, kTransparentBox) == paletteFormat, "Transparent is offered only to a palette-based host");
   Check(Enabled(host, kSupercompressBox) == paletteFormat, "Supercompress is offered only to a palette-based host");
@@ -200,117 +187,93 @@ void CheckHostFlags(const Host& host, bool paletteFormat) {
   }
 }
 
-struct ColourBoxSearch {
-  DWORD process;
-  HWND dialog;
-  HWND found;
-};
-
-BOOL CALLBACK FindColourBoxWindow(HWND window, LPARAM search) {
-  auto* wanted = reinterpret_cast<ColourBoxSearch*>(search);
-  DWORD process = 0;
-  GetWindowThreadProcessId(window, &process);
-  char name[16] = {};
-  GetClassNameA(window, name, sizeof name);
-  if (process == wanted->process && window != wanted->dialog && IsWindowVisible(window) &&
-      std::strcmp(name, "#32770") == 0 && GetDlgItem(window, kColourBoxRed) != nullptr) {
-    wanted->found = window;
-  }
-  return TRUE;
-}
-
 HWND FindColourBox(const Host& host) {
-  ColourBoxSearch search{host.process.dwProcessId, host.dialog, nullptr};
-  EnumWindows(FindColourBoxWindow, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  HWND found = nullptr;
+  ForEachWindow(nullptr, [&](HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    char name[16] = {};
+    GetClassNameA(window, name, sizeof name);
+    if (process == host.process.dwProcessId && window != host.dialog && IsWindowVisible(window) &&
+        std::strcmp(name, "#32770") == 0 && GetDlgItem(window, kColourBoxRed) != nullptr) {
+      found = window;
+    }
+  });
+  return found;
 }
 
 // A click on the face of the text's fill swatch opens the host's colour box
 // (code 11); pure red is typed in and confirmed.
 void PickFillColour(const Host& host) {
-  HWND swatch = Item(host, kFillSwatch);
-  PostMessageA(swatch, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
-  PostMessageA(swatch, WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
+  PostMessageA(Item(host, kFillSwatch), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
+  PostMessageA(Item(host, kFillSwatch), WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
   HWND box = nullptr;
   bool opened = WaitFor([&] { return (box = FindColourBox(host)) != nullptr; }, 10000);
   Check(opened, "a click on the fill swatch opens the host's colour box");
   if (!opened) return;
-  TypeKeys(GetDlgItem(box, kColourBoxRed), "255");
-  TypeKeys(GetDlgItem(box, kColourBoxGreen), "0");
-  TypeKeys(GetDlgItem(box, kColourBoxBlue), "0");
+  for (auto [id, value] : {std::pair(kColourBoxRed, "255"), {kColourBoxGreen, "0"}, {kColourBoxBlue, "0"}}) {
+    TypeKeys(GetDlgItem(box, id), value);
+  }
   PostMessageA(GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
   Check(WaitFor([&] { return IsWindow(box) == FALSE; }, 10000), "the colour box closes on OK");
   Settle(host);
 }
 
-// The solid colour in the swatch's saved file, or -1.
+// The solid colour in the swatch's saved file (at offset 20), or -1.
 long long SavedFillColour() {
   std::string record = ReadFile(FillPath());
-  constexpr std::size_t kColourOffset = 20;
-  if (record.size() < kColourOffset + 4) return -1;
   std::uint32_t colour = 0;
-  std::memcpy(&colour, record.data() + kColourOffset, sizeof colour);
+  if (record.size() < 24) return -1;
+  std::memcpy(&colour, record.data() + 20, sizeof colour);
   return colour;
 }
 
 void EditTextAndEffect(const Host& host) {
   TypeText(host, kTextEdit, "");
-  Check(!IsWindowEnabled(Item(host, kBuildButton)), "an empty text disables Build");
-  Check(IsWindowEnabled(Item(host, kTestButton)) != FALSE, "an empty text leaves Test enabled");
+  Check(!Enabled(host, kBuildButton) && Enabled(host, kTestButton), "an empty text disables Build but not Test");
   TypeText(host, kTextEdit, "Wine UI");
-  Check(IsWindowEnabled(Item(host, kBuildButton)) != FALSE, "typing a text enables Build");
+  Check(Enabled(host, kBuildButton), "typing a text enables Build");
 
   Check(Visible(host, kSimpleFrames), "the Simple panel shows at start");
   ChooseEffect(host, 0);
-  Settle(host);
   Check(!Visible(host, kSimpleFrames), "another effect hides the Simple panel");
   ChooseEffect(host, kEffectSimple);
-  Settle(host);
   Check(Visible(host, kSimpleFrames), "choosing Simple again shows its panel");
 }
 
-void WaitForScreenshot(const std::string& outDir) {
-  std::ofstream(outDir + "\\shot.ready") << "ready\n";
-  WaitFor([&] { return FileExists(outDir + "\\shot.done"); }, 15000);
+// The user's own settings and fill files, kept aside for the time of the
+// runs and put back (or removed, an empty copy standing for none) at the end.
+void KeepOrRestoreUserSettings(const std::string& outDir, bool restore) {
+  for (const auto& [path, copy] :
+       {std::pair(SettingsPath(), outDir + "\\user.ini"), std::pair(FillPath(), outDir + "\\user.mtrl")}) {
+    std::string kept = ReadFile(restore ? copy : path);
+    if (restore) DeleteFileA(path.c_str());
+    if (!restore || !kept.empty()) std::ofstream(restore ? path : copy, std::ios::binary) << kept;
+  }
 }
 
-// The user's own settings file, kept aside for the time of the runs; an
-// empty copy stands for none.
-void Keep(const std::string& path, const std::string& copy) {
-  std::ofstream(copy, std::ios::binary) << ReadFile(path);
-}
-
-void Restore(const std::string& path, const std::string& copy) {
-  std::string kept = ReadFile(copy);
-  if (kept.empty()) DeleteFileA(path.c_str());
-  else std::ofstream(path, std::ios::binary) << kept;
-}
-
-void KeepUserSettings(const std::string& outDir) {
-  Keep(SettingsPath(), outDir + "\\user.ini");
-  Keep(FillPath(), outDir + "\\user.mtrl");
-}
-
-void RestoreUserSettings(const std::string& outDir) {
-  Restore(SettingsPath(), outDir + "\\user.ini");
-  Restore(FillPath(), outDir + "\\user.mtrl");
+// Starts the host, lets drive() work the dialog once it is up, and ends the
+// host if it has not closed by then.
+template <typename Drive>
+void RunHost(const std::string& hostPath, const std::string& plugin, const std::string& gif, int flags,
+             const std::string& log, Drive drive) {
+  Host host;
+  if (!StartHost(hostPath, plugin, gif, flags, log, &host)) return Check(false, "the host starts");
+  FindDialog(&host) ? drive(host) : Check(false, "the dialog opens with its panels");
+  EndHost(&host);
 }
 
 int RunBuild(const std::string& hostPath, const std::string& plugin, const std::string& outDir) {
-  KeepUserSettings(outDir);
+  KeepOrRestoreUserSettings(outDir, false);
   std::string gif = outDir + "\\out.gif";
   DeleteFileA(gif.c_str());
-  Host host;
-  if (!StartHost(hostPath, plugin, gif, 1, outDir + "\\host.log", &host)) {
-    Check(false, "the host starts");
-    return 1;
-  }
-  if (FindDialog(&host)) {
+  RunHost(hostPath, plugin, gif, 1, outDir + "\\host.log", [&](const Host& host) {
     CheckHostFlags(host, true);
     EditTextAndEffect(host);
     PickFillColour(host);
     TypeText(host, kSimpleFrames, "6");
-    WaitForScreenshot(outDir);
+    std::ofstream(outDir + "\\shot.ready") << "ready\n";
+    WaitFor([&] { return FileExists(outDir + "\\shot.done"); }, 15000);
 
     PostMessageA(Item(host, kTestButton), BM_CLICK, 0, 0);
     Check(WaitFor([&] { return FileExists(gif); }, 40000), "Test writes a GIF");
@@ -322,10 +285,7 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
     Check(WaitForExit(host), "Build closes the dialog");
     Check(FileExists(gif), "Build writes a GIF");
     MoveFileExA(gif.c_str(), (outDir + "\\build.gif").c_str(), MOVEFILE_REPLACE_EXISTING);
-  } else {
-    Check(false, "the dialog opens with its panels");
-  }
-  EndHost(&host);
+  });
 
   std::string settings = ReadFile(SettingsPath());
   Check(HasSetting(settings, "MainText", "Wine UI"), "the settings file holds the typed text");
@@ -339,29 +299,20 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
 // Cancel after a panel edit: the file is written again (a marker line added
 // before the run is gone), but the edit is not in it.
 int RunCancel(const std::string& hostPath, const std::string& plugin, const std::string& outDir) {
-  std::string before = ReadFile(SettingsPath());
-  Check(HasSetting(before, "MainSimpleFrames", "6"), "the Build run left its settings file");
+  Check(HasSetting(ReadFile(SettingsPath()), "MainSimpleFrames", "6"), "the Build run left its settings file");
   std::ofstream(SettingsPath(), std::ios::app) << "UiTestMarker=1\r\n";
-  Host host;
-  if (!StartHost(hostPath, plugin, outDir + "\\cancel.gif", 0, outDir + "\\cancel.log", &host)) {
-    Check(false, "the host starts");
-    return 1;
-  }
-  if (FindDialog(&host)) {
+  RunHost(hostPath, plugin, outDir + "\\cancel.gif", 0, outDir + "\\cancel.log", [&](const Host& host) {
     Check(SendMessageA(Item(host, kSimpleFrames), WM_GETTEXTLENGTH, 0, 0) > 0, "the panel is loaded");
     CheckHostFlags(host, false);
     TypeText(host, kSimpleFrames, "9");
     PostMessageA(Item(host, kCancelButton), BM_CLICK, 0, 0);
     Check(WaitForExit(host), "Cancel closes the dialog");
-  } else {
-    Check(false, "the dialog opens with its panels");
-  }
-  EndHost(&host);
+  });
   std::string after = ReadFile(SettingsPath());
   Check(after.find("UiTestMarker") == std::string::npos, "Cancel writes the settings file");
   Check(HasSetting(after, "MainSimpleFrames", "6"), "Cancel keeps the panel edit out of the file");
   Check(!FileExists(outDir + "\\cancel.gif"), "Cancel writes no GIF");
-  RestoreUserSettings(outDir);
+  KeepOrRestoreUserSettings(outDir, true);
   return g_failures;
 }
 
