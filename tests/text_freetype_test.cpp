@@ -44,11 +44,8 @@ TEST_F(FreeTypeText, MeasureSubtractsALoneBlankAboveCode32Only) {
   int blankBox = RasterOf(style, " ", 0xFFFFFF).width;
   EXPECT_EQ(MeasuredWidth(style, " "), blankBox);
   EXPECT_EQ(MeasuredWidth(style, "\t"), blankBox);  // a control character has no glyph advance here
-  for (const char* text : {"A", "W", "i", "."}) {
-    int box = RasterOf(style, text, 0xFFFFFF).width;
-    int advance = MeasuredWidth(style, text);
-    EXPECT_EQ(advance, box - blankBox) << text;
-  }
+  for (const char* text : {"A", "W", "i", "."})
+    EXPECT_EQ(MeasuredWidth(style, text), RasterOf(style, text, 0xFFFFFF).width - blankBox) << text;
   // The advance is the glyph's own, whole pixels: 'A' is 1479 units wide.
   EXPECT_NEAR(MeasuredWidth(style, "A"), 1479 * kSerifEmAt54 / 2048, 1.0);
   // Trailing blanks are left out of a box.
@@ -73,12 +70,8 @@ TEST_F(FreeTypeText, FaceNamesResolveThroughFontconfigWithStyles) {
   // Italic leans: the ink of an 'l' sits further right at the top than at the foot.
   Pixels italic = RasterOf(Style("TIMES NEW ROMAN", 54, 0, 1), "l", 0xFFFFFF);
   auto inkCentre = [&](int y) {
-    long sum = 0;
-    long weight = 0;
-    for (int x = 0; x < italic.width; ++x) {
-      sum += static_cast<long>(x) * (italic.At(x, y) & 0xFF);
-      weight += italic.At(x, y) & 0xFF;
-    }
+    long sum = 0, weight = 0;
+    for (int x = 0; x < italic.width; ++x) sum += x * (italic.At(x, y) & 0xFF), weight += italic.At(x, y) & 0xFF;
     return weight > 0 ? static_cast<double>(sum) / weight : -1.0;
   };
   std::vector<int> inked;
@@ -95,13 +88,12 @@ TEST_F(FreeTypeText, RasterScalesTheColourByCoverageOrIsTwoValuedWithoutAntialia
   Pixels smooth = RasterOf(Style("TIMES NEW ROMAN", 54), "A", kColour);
   int greys = 0;
   for (std::int32_t value : smooth.values) {
-    int coverage = 0;
-    while (coverage < 256 && channel(kColour, 0) * coverage / 255 != channel(value, 0)) ++coverage;
-    // Some coverage gives red; the same coverage must give green and blue.
+    // Some one coverage gives all three channels.
     bool consistent = false;
-    for (int c = coverage; c < 256 && channel(kColour, 0) * c / 255 == channel(value, 0); ++c)
-      consistent |= channel(kColour, 8) * c / 255 == channel(value, 8) &&
-                    channel(kColour, 16) * c / 255 == channel(value, 16);
+    for (int c = 0; c < 256 && !consistent; ++c)
+      consistent = channel(kColour, 0) * c / 255 == channel(value, 0) &&
+                   channel(kColour, 8) * c / 255 == channel(value, 8) &&
+                   channel(kColour, 16) * c / 255 == channel(value, 16);
     ASSERT_TRUE(consistent) << std::hex << value;
     greys += value != 0 && value != static_cast<std::int32_t>(kColour);
   }

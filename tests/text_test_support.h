@@ -31,28 +31,23 @@ class GdiStarted : public ::testing::Test {
 
 // A pixel grid copied out of a bitmap, each pixel as DibGetPixel gives it.
 struct Pixels {
-  int width = 0;
-  int height = 0;
+  int width = 0, height = 0;
   std::vector<std::int32_t> values;
   std::int32_t At(int x, int y) const { return values[static_cast<std::size_t>(y) * width + x]; }
 };
 
 // Copies and frees the bitmap; an empty grid for null.
 inline Pixels TakePixels(DibHandle dib) {
-  Pixels pixels;
-  if (dib == nullptr) return pixels;
-  {
-    DibLock lock(dib);
-    pixels.width = lock.head->biWidth;
-    pixels.height = lock.head->biHeight;
-    for (int y = 0; y < pixels.height; ++y)
-      for (int x = 0; x < pixels.width; ++x) pixels.values.push_back(DibGetPixel(lock.head, x, y));
-  }
-  MemFree(dib);
+  if (dib == nullptr) return {};
+  DibOwner owner(dib);
+  DibLock lock(dib);
+  Pixels pixels{lock.head->biWidth, lock.head->biHeight, {}};
+  for (int y = 0; y < pixels.height; ++y)
+    for (int x = 0; x < pixels.width; ++x) pixels.values.push_back(DibGetPixel(lock.head, x, y));
   return pixels;
 }
 
-// One text operation on a one-character string in the style's font.
+// One text operation on a string in the style's font, drawn in white.
 inline GdiOp CharTextOp(const TextStyle& style, const char* text, std::uint32_t mode) {
   GdiOp op{};
   op.op = kGdiText;
