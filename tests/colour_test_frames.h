@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "colour/frame_records.h"
 #include "plugin/host_interface.h"
 #include "raster/dib.h"
 
@@ -17,24 +18,23 @@ inline DibHandle MakeBitmap(int width, int height, const std::vector<std::int32_
                             const std::uint8_t* palette = nullptr) {
   DibHandle dib = DibNew(width, height, palette, depth);
   DibLock lock(dib);
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) DibPutPixel(lock.head, x, y, static_cast<std::uint32_t>(pixels[y * width + x]));
-  }
+  for (int i = 0; i < width * height; ++i) DibPutPixel(lock.head, i % width, i / width, pixels[i]);
   return dib;
 }
 
-inline std::int32_t PixelAt(DibHandle dib, int x, int y) {
-  DibLock lock(dib);
-  return DibGetPixel(lock.head, x, y);
-}
-
-inline std::vector<std::int32_t> PixelsOf(DibHandle dib) {
-  DibLock lock(dib);
+inline std::vector<std::int32_t> PixelsOfHead(const DibHead* head) {
   std::vector<std::int32_t> pixels;
-  for (int y = 0; y < lock.head->biHeight; ++y) {
-    for (int x = 0; x < lock.head->biWidth; ++x) pixels.push_back(DibGetPixel(lock.head, x, y));
-  }
+  const int width = head->biWidth;
+  for (int i = 0; i < width * head->biHeight; ++i) pixels.push_back(DibGetPixel(head, i % width, i / width));
   return pixels;
+}
+inline std::vector<std::int32_t> PixelsOf(DibHandle dib) { return PixelsOfHead(DibLock(dib).head); }
+
+// The whole block of a bitmap: head, colour table and pixels.
+inline std::vector<std::uint8_t> BytesOf(DibHandle dib) {
+  DibLock lock(dib);
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(lock.head);
+  return {bytes, bytes + MemSize(dib)};
 }
 
 // A frame list that frees itself.
@@ -45,15 +45,12 @@ struct Frames {
   Frames& operator=(const Frames&) = delete;
   ~Frames() { FrameListFree(&list); }
   void Add(DibHandle image) {
-    FrameRecord record{};
-    record.image = image;
-    record.transparentIndex = -1;
+    FrameRecord record{image, nullptr, 0, -1, {}};  // no mask, no delay, no transparent index
     FrameListAppend(&list, &record);
   }
   FrameRecord At(int index) const {
-    auto* records = static_cast<const FrameRecord*>(MemLock(list.records));
-    FrameRecord record = records[index];
-    MemUnlock(list.records);
+    FrameRecord record{};
+    FrameRecordRead(&list, index, &record);
     return record;
   }
 };
