@@ -14,9 +14,7 @@
 #include <windows.h>
 #include <shlobj.h>
 
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -24,15 +22,12 @@
 namespace {
 
 constexpr DWORD kWatchdogMs = 60000;
-constexpr const char* kDialogTitle = "Lettermotion #3";
 // Control ids: the dialog's buttons, edits and boxes, the range of the
 // effects' panel controls, Simple's frame count and text fill, and the
 // colour box's edits for red, green and blue.
-constexpr int kBuildButton = 1, kCancelButton = 2, kTestButton = 35;
-constexpr int kTextEdit = 23, kEffectList = 30, kDelayEdit = 11, kUpDownOffset = 10000;
-constexpr int kTrueColourBox = 10, kSupercompressBox = 19, kTransparentBox = 46;
-constexpr int kFirstPanelId = 100, kLastPanelId = 638;
-constexpr int kEffectSimple = 17, kSimpleFrames = 117, kFillSwatch = 101;
+constexpr int kBuildButton = 1, kCancelButton = 2, kTestButton = 35, kTextEdit = 23, kEffectList = 30;
+constexpr int kDelayUpDown = 10011, kTrueColourBox = 10, kSupercompressBox = 19, kTransparentBox = 46;
+constexpr int kFirstPanelId = 100, kLastPanelId = 638, kEffectSimple = 17, kSimpleFrames = 117, kFillSwatch = 101;
 constexpr int kColourBoxRed = 706, kColourBoxGreen = 707, kColourBoxBlue = 708;
 
 DWORD g_start = 0;
@@ -41,17 +36,14 @@ int g_failures = 0;
 void Check(bool condition, const char* what) {
   std::printf("%s: %s\n", condition ? "ok" : "FAIL", what);
   std::fflush(stdout);
-  if (!condition) ++g_failures;
+  g_failures += condition ? 0 : 1;
 }
 
 // Polls until done() holds, the time limit passes, or the watchdog fires.
 template <typename Condition>
 bool WaitFor(Condition done, DWORD limitMs) {
-  DWORD begin = GetTickCount();
-  while (!done()) {
+  for (DWORD begin = GetTickCount(); !done(); Sleep(100))
     if (GetTickCount() - begin > limitMs || GetTickCount() - g_start >= kWatchdogMs) return false;
-    Sleep(100);
-  }
   return true;
 }
 
@@ -81,125 +73,58 @@ struct Host {
   HWND dialog = nullptr;
 };
 
-bool StartHost(const std::string& host, const std::string& plugin, const std::string& out, int flags,
-               const std::string& log, Host* started) {
-  SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
-  HANDLE output = CreateFileA(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS, 0, nullptr);
-  STARTUPINFOA startup{};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESTDHANDLES;
-  startup.hStdOutput = output;
-  startup.hStdError = output;
-  std::string command =
-      "\"" + host + "\" --plugin \"" + plugin + "\" --out \"" + out + "\" --flags " + std::to_string(flags);
-  BOOL ok =
-      CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &started->process);
-  CloseHandle(output);
-  return ok != FALSE;
-}
-
-// Waits until the dialog's thread has handled everything sent before.
-void Settle(const Host& host) {
+// Waits until the thread of window has handled everything sent before.
+void Settle(HWND window) {
   DWORD_PTR ignored = 0;
-  SendMessageTimeoutA(host.dialog, WM_NULL, 0, 0, SMTO_NORMAL, 30000, &ignored);
-}
-
-// Calls visit(window) for each top-level window, or each child of parent.
-template <typename Visit>
-void ForEachWindow(HWND parent, Visit visit) {
-  WNDENUMPROC call = [](HWND window, LPARAM visitor) -> BOOL {
-    (*reinterpret_cast<Visit*>(visitor))(window);
-    return TRUE;
-  };
-  if (parent == nullptr)
-    EnumWindows(call, reinterpret_cast<LPARAM>(&visit));
-  else
-    EnumChildWindows(parent, call, reinterpret_cast<LPARAM>(&visit));
+  SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 30000, &ignored);
 }
 
 // Whether the second stage has ended: it shows the current effect's panel last.
 bool PanelShown(HWND dialog) {
   bool found = false;
-  ForEachWindow(dialog, [&](HWND child) {
+  auto visit = [](HWND child, LPARAM found) -> BOOL {
     int id = GetDlgCtrlID(child);
-    found = found || (id >= kFirstPanelId && id <= kLastPanelId && IsWindowVisible(child));
-  });
+    *reinterpret_cast<bool*>(found) |= id >= kFirstPanelId && id <= kLastPanelId && IsWindowVisible(child);
+    return TRUE;
+  };
+  EnumChildWindows(dialog, visit, reinterpret_cast<LPARAM>(&found));
   return found;
 }
 
-// The dialog, once its second stage has made and loaded the panels.
-bool FindDialog(Host* host) {
-  auto up = [&] { return (host->dialog = FindWindowA(nullptr, kDialogTitle)) != nullptr && PanelShown(host->dialog); };
-  if (!WaitFor(up, 20000)) return false;
-  Settle(*host);
-  return true;
-}
-
 HWND Item(const Host& host, int id) { return GetDlgItem(host.dialog, id); }
-bool Visible(const Host& host, int id) { return IsWindowVisible(Item(host, id)) != FALSE; }
 bool Enabled(const Host& host, int id) { return IsWindowEnabled(Item(host, id)) != FALSE; }
 
-void ChooseEffect(const Host& host, int effect) {
-  SendMessageA(Item(host, kEffectList), CB_SETCURSEL, static_cast<WPARAM>(effect), 0);
-  SendMessageA(host.dialog, WM_COMMAND, MAKEWPARAM(kEffectList, CBN_CLOSEUP),
-               reinterpret_cast<LPARAM>(Item(host, kEffectList)));
-  Settle(host);
-}
-
 bool WaitForExit(const Host& host) {
-  DWORD elapsed = GetTickCount() - g_start;
-  return WaitForSingleObject(host.process.hProcess, elapsed < kWatchdogMs ? kWatchdogMs - elapsed : 0) == WAIT_OBJECT_0;
-}
-
-void EndHost(Host* host) {
-  if (WaitForSingleObject(host->process.hProcess, 0) != WAIT_OBJECT_0) {
-    TerminateProcess(host->process.hProcess, 99);
-    Check(false, "the host ended within the time limit");
-  }
-  CloseHandle(host->process.hThread);
-  CloseHandle(host->process.hProcess);
+  return WaitFor([&] { return WaitForSingleObject(host.process.hProcess, 0) == WAIT_OBJECT_0; }, kWatchdogMs);
 }
 
 // Clears an edit and types text into it, key by key.
-void TypeKeys(HWND edit, const char* text) {
+void TypeText(HWND edit, const char* text) {
   SendMessageA(edit, EM_SETSEL, 0, -1);
   SendMessageA(edit, WM_CLEAR, 0, 0);
   for (const char* key = text; *key != '\0'; ++key) SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(*key), 0);
-}
-
-void TypeText(const Host& host, int id, const char* text) {
-  TypeKeys(Item(host, id), text);
-  Settle(host);
+  Settle(edit);
 }
 
 // What the dialog makes of the host's flags: bit 0, a palette-based target;
 // bit 1, true colour, which lwhost is never given here.
-void CheckHostFlags(const Host& host, bool paletteFormat) {
+void CheckHostFlags(const Host& host, bool palette) {
   char range[64] = {};
-  GetWindowTextA(Item(host, kDelayEdit + kUpDownOffset), range, sizeof range);
-  Check(std::strcmp(range, paletteFormat ? "1,25,8" : "1,250,80") == 0, "the Delay range follows the host's flags");
-  Check(!Enabled(host, kTrueColourBox), "True color is disabled without the host's true-colour flag");
-  Check(Enabled(host, kTransparentBox) == paletteFormat, "Transparent is offered only to a palette-based host");
-  Check(Enabled(host, kSupercompressBox) == paletteFormat, "Supercompress is offered only to a palette-based host");
-  if (!paletteFormat) {
-    Check(SendMessageA(Item(host, kSupercompressBox), BM_GETCHECK, 0, 0) == BST_UNCHECKED,
-          "Supercompress is cleared for a host without a palette-based target");
-  }
+  GetWindowTextA(Item(host, kDelayUpDown), range, sizeof range);
+  Check(std::string(range) == (palette ? "1,25,8" : "1,250,80") && !Enabled(host, kTrueColourBox) &&
+            Enabled(host, kTransparentBox) == palette && Enabled(host, kSupercompressBox) == palette,
+        "the Delay range, True color, Transparent and Supercompress follow the host's flags");
 }
 
 HWND FindColourBox(const Host& host) {
-  HWND found = nullptr;
-  ForEachWindow(nullptr, [&](HWND window) {
+  for (HWND box = nullptr; (box = FindWindowExA(nullptr, box, "#32770", nullptr)) != nullptr;) {
     DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    char name[16] = {};
-    GetClassNameA(window, name, sizeof name);
-    if (process == host.process.dwProcessId && window != host.dialog && IsWindowVisible(window) &&
-        std::strcmp(name, "#32770") == 0 && GetDlgItem(window, kColourBoxRed) != nullptr) {
-      found = window;
-    }
-  });
-  return found;
+    GetWindowThreadProcessId(box, &process);
+    if (process == host.process.dwProcessId && box != host.dialog && IsWindowVisible(box) &&
+        GetDlgItem(box, kColourBoxRed) != nullptr)
+      return box;
+  }
+  return nullptr;
 }
 
 // A click on the face of the text's fill swatch opens the host's colour box
@@ -211,34 +136,11 @@ void PickFillColour(const Host& host) {
   bool opened = WaitFor([&] { return (box = FindColourBox(host)) != nullptr; }, 10000);
   Check(opened, "a click on the fill swatch opens the host's colour box");
   if (!opened) return;
-  for (auto [id, value] : {std::pair(kColourBoxRed, "255"), {kColourBoxGreen, "0"}, {kColourBoxBlue, "0"}}) {
-    TypeKeys(GetDlgItem(box, id), value);
-  }
+  for (auto [id, value] : {std::pair(kColourBoxRed, "255"), {kColourBoxGreen, "0"}, {kColourBoxBlue, "0"}})
+    TypeText(GetDlgItem(box, id), value);
   PostMessageA(GetDlgItem(box, IDOK), BM_CLICK, 0, 0);
   Check(WaitFor([&] { return IsWindow(box) == FALSE; }, 10000), "the colour box closes on OK");
-  Settle(host);
-}
-
-// The solid colour in the swatch's saved file (at offset 20), or -1.
-long long SavedFillColour() {
-  std::string record = ReadFile(FillPath());
-  std::uint32_t colour = 0;
-  if (record.size() < 24) return -1;
-  std::memcpy(&colour, record.data() + 20, sizeof colour);
-  return colour;
-}
-
-void EditTextAndEffect(const Host& host) {
-  TypeText(host, kTextEdit, "");
-  Check(!Enabled(host, kBuildButton) && Enabled(host, kTestButton), "an empty text disables Build but not Test");
-  TypeText(host, kTextEdit, "Wine UI");
-  Check(Enabled(host, kBuildButton), "typing a text enables Build");
-
-  Check(Visible(host, kSimpleFrames), "the Simple panel shows at start");
-  ChooseEffect(host, 0);
-  Check(!Visible(host, kSimpleFrames), "another effect hides the Simple panel");
-  ChooseEffect(host, kEffectSimple);
-  Check(Visible(host, kSimpleFrames), "choosing Simple again shows its panel");
+  Settle(host.dialog);
 }
 
 // The user's own settings and fill files, kept aside for the time of the
@@ -252,15 +154,32 @@ void KeepOrRestoreUserSettings(const std::string& outDir, bool restore) {
   }
 }
 
-// Starts the host, lets drive() work the dialog once it is up, and ends the
-// host if it has not closed by then.
+// Starts the host with its output in log, lets drive() work the dialog once
+// its second stage has made and loaded the panels, and ends the host if it
+// has not closed by then.
 template <typename Drive>
 void RunHost(const std::string& hostPath, const std::string& plugin, const std::string& gif, int flags,
              const std::string& log, Drive drive) {
+  SECURITY_ATTRIBUTES inherit{sizeof inherit, nullptr, TRUE};
+  HANDLE output = CreateFileA(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS, 0, nullptr);
+  STARTUPINFOA startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESTDHANDLES;
+  startup.hStdOutput = startup.hStdError = output;
+  std::string command =
+      "\"" + hostPath + "\" --plugin \"" + plugin + "\" --out \"" + gif + "\" --flags " + std::to_string(flags);
   Host host;
-  if (!StartHost(hostPath, plugin, gif, flags, log, &host)) return Check(false, "the host starts");
-  FindDialog(&host) ? drive(host) : Check(false, "the dialog opens with its panels");
-  EndHost(&host);
+  BOOL started = CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                                &host.process);
+  CloseHandle(output);
+  if (!started) return Check(false, "the host starts");
+  auto up = [&] { return (host.dialog = FindWindowA(nullptr, "Lettermotion #3")) != nullptr && PanelShown(host.dialog); };
+  WaitFor(up, 20000) ? (Settle(host.dialog), drive(host)) : Check(false, "the dialog opens with its panels");
+  bool ended = WaitForSingleObject(host.process.hProcess, 0) == WAIT_OBJECT_0;
+  if (!ended) TerminateProcess(host.process.hProcess, 99);
+  Check(ended, "the host ended within the time limit");
+  CloseHandle(host.process.hThread);
+  CloseHandle(host.process.hProcess);
 }
 
 int RunBuild(const std::string& hostPath, const std::string& plugin, const std::string& outDir) {
@@ -269,15 +188,24 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
   DeleteFileA(gif.c_str());
   RunHost(hostPath, plugin, gif, 1, outDir + "\\host.log", [&](const Host& host) {
     CheckHostFlags(host, true);
-    EditTextAndEffect(host);
+    TypeText(Item(host, kTextEdit), "");
+    Check(!Enabled(host, kBuildButton) && Enabled(host, kTestButton), "an empty text disables Build but not Test");
+    TypeText(Item(host, kTextEdit), "Wine UI");
+    Check(Enabled(host, kBuildButton), "typing a text enables Build");
+    for (int effect : {0, kEffectSimple}) {
+      SendMessageA(Item(host, kEffectList), CB_SETCURSEL, static_cast<WPARAM>(effect), 0);
+      SendMessageA(host.dialog, WM_COMMAND, MAKEWPARAM(kEffectList, CBN_CLOSEUP), LPARAM(Item(host, kEffectList)));
+      Settle(host.dialog);
+      Check(IsWindowVisible(Item(host, kSimpleFrames)) == (effect == kEffectSimple), "the chosen effect's panel shows");
+    }
     PickFillColour(host);
-    TypeText(host, kSimpleFrames, "6");
+    TypeText(Item(host, kSimpleFrames), "6");
     std::ofstream(outDir + "\\shot.ready") << "ready\n";
     WaitFor([&] { return FileExists(outDir + "\\shot.done"); }, 15000);
 
     PostMessageA(Item(host, kTestButton), BM_CLICK, 0, 0);
     Check(WaitFor([&] { return FileExists(gif); }, 40000), "Test writes a GIF");
-    Settle(host);
+    Settle(host.dialog);
     Check(IsWindow(host.dialog) != FALSE, "the dialog stays open after Test");
     MoveFileExA(gif.c_str(), (outDir + "\\test.gif").c_str(), MOVEFILE_REPLACE_EXISTING);
 
@@ -291,7 +219,9 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
   Check(HasSetting(settings, "MainText", "Wine UI"), "the settings file holds the typed text");
   Check(HasSetting(settings, "MainSimpleFrames", "6"), "the settings file holds the panel's frame count after Build");
   Check(HasSetting(settings, "MainEffect", "17"), "the settings file holds the effect");
-  Check(SavedFillColour() == 0x0000FF, "the fill swatch saved the picked colour");
+  std::string fill = ReadFile(FillPath());  // the solid colour is at offset 20
+  Check(fill.size() >= 24 && fill.compare(20, 4, std::string("\xFF\0\0\0", 4)) == 0,
+        "the fill swatch saved the picked colour");
   CopyFileA(SettingsPath().c_str(), (outDir + "\\build.ini").c_str(), FALSE);
   return g_failures;
 }
@@ -304,7 +234,7 @@ int RunCancel(const std::string& hostPath, const std::string& plugin, const std:
   RunHost(hostPath, plugin, outDir + "\\cancel.gif", 0, outDir + "\\cancel.log", [&](const Host& host) {
     Check(SendMessageA(Item(host, kSimpleFrames), WM_GETTEXTLENGTH, 0, 0) > 0, "the panel is loaded");
     CheckHostFlags(host, false);
-    TypeText(host, kSimpleFrames, "9");
+    TypeText(Item(host, kSimpleFrames), "9");
     PostMessageA(Item(host, kCancelButton), BM_CLICK, 0, 0);
     Check(WaitForExit(host), "Cancel closes the dialog");
   });
@@ -319,14 +249,10 @@ int RunCancel(const std::string& hostPath, const std::string& plugin, const std:
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 5) {
-    std::fprintf(stderr, "usage: dialog_driver build|cancel HOST.exe PLUGIN.dll OUT_DIR\n");
-    return 2;
-  }
   g_start = GetTickCount();
-  std::string mode = argv[1];
-  if (mode == "build") return RunBuild(argv[2], argv[3], argv[4]) == 0 ? 0 : 1;
-  if (mode == "cancel") return RunCancel(argv[2], argv[3], argv[4]) == 0 ? 0 : 1;
-  std::fprintf(stderr, "dialog_driver: unknown mode %s\n", argv[1]);
+  std::string mode = argc == 5 ? argv[1] : "";
+  if (mode == "build" || mode == "cancel")
+    return (mode == "build" ? RunBuild : RunCancel)(argv[2], argv[3], argv[4]) != 0;
+  std::fprintf(stderr, "usage: dialog_driver build|cancel HOST.exe PLUGIN.dll OUT_DIR\n");
   return 2;
 }
