@@ -12,18 +12,11 @@
 
 namespace {
 
-std::vector<std::string> ReadLines(const std::string& path) {
-  std::ifstream file(path);  // text mode: the platform's own newlines
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(file, line);) lines.push_back(line);
-  return lines;
-}
-
 class SettingsFile : public ::testing::Test {
  protected:
   void SetUp() override {
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    path_ = (std::filesystem::temp_directory_path() / (std::string("lw_settings_") + test->name() + ".ini")).string();
+    const char* name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+    path_ = (std::filesystem::temp_directory_path() / (std::string("lw_settings_") + name + ".ini")).string();
     SettingsReset();
     SettingsUseFile(path_.c_str());
   }
@@ -38,30 +31,19 @@ class SettingsFile : public ::testing::Test {
   std::string path_;
 };
 
-TEST(SettingTable, RowsKindsAndDefaults) {
-  SettingsReset();
-  ASSERT_EQ(sizeof SettingTable / sizeof SettingTable[0], 215u);
-  EXPECT_STREQ(SettingTable[0].name, "AccentCompensation");
-  for (const SettingRow& row : SettingTable) {
-    EXPECT_EQ(SettingFind(row.name), &row) << row.name;  // keys are unique
-    EXPECT_NE(row.flags & (kSettingSwitch | kSettingNumber | kSettingString), 0u) << row.name;
-  }
+TEST(SettingTable, KeysAreFoundExactlyAndResetClearsWholeStringBuffers) {
+  for (const SettingRow& row : SettingTable) EXPECT_EQ(SettingFind(row.name), &row) << row.name;  // keys are unique
   EXPECT_EQ(SettingFind("MainDela"), nullptr);  // finding is exact, unlike the file's prefix match
-  EXPECT_EQ(SettingFind("PatchLevel")->flags, 0x104u);
   EXPECT_EQ(SettingFind("MainTransparent")->flags, kSettingNumber);  // a check box, yet a number row
-  EXPECT_EQ(MainEffect, 17u);
-}
-
-TEST(SettingTable, ResetClearsWholeStringBuffersAndStoreCopiesAtMost260Bytes) {
   MainDelay = 99;
   std::memset(MainText, 'x', kSettingStringSize);
   SettingsReset();
   EXPECT_EQ(MainDelay, 8u);
+  EXPECT_EQ(MainEffect, 17u);
   EXPECT_STREQ(MainText, "This space for rent...");
-  for (int index = static_cast<int>(std::strlen(MainText)); index < kSettingStringSize; ++index) {
+  for (int index = static_cast<int>(std::strlen(MainText)); index < kSettingStringSize; ++index)
     ASSERT_EQ(MainText[index], '\0');
-  }
-  SettingStore(SettingFind("MainText"), std::string(300, 'y').c_str());
+  SettingStore(SettingFind("MainText"), std::string(300, 'y').c_str());  // stores at most 260 bytes
   EXPECT_EQ(std::strlen(MainText), 260u);
   SettingsReset();
 }
@@ -76,7 +58,7 @@ TEST_F(SettingsFile, KeyMatchesByPrefixAndTheFirstRowWins) {
   EXPECT_EQ(MainSpiralStartAngle, 100u);
 }
 
-TEST_F(SettingsFile, BlanksEqualsSignsAndNumbers) {
+TEST_F(SettingsFile, BlanksEqualsSignsNumbersAndKeylessLines) {
   Load("MainDelay=5\n"
        "MainPause   ===   7\n"
        "MainFontSize 12\n"          // no equals sign at all
@@ -99,9 +81,7 @@ TEST_F(SettingsFile, BlanksEqualsSignsAndNumbers) {
   EXPECT_EQ(MainRadialShadowOpacity, 0u);
   EXPECT_EQ(MainSpiralStep, 12u);
   EXPECT_EQ(MainInfernoYellowColor, 0u);
-}
-
-TEST_F(SettingsFile, EmptyAndKeylessLinesSetTheFirstRow) {
+  // Empty and keyless lines set the first row.
   Load("AccentCompensation = 1\n\n");
   EXPECT_EQ(AccentCompensation, 0u);
   Load("  = 5\n");
@@ -152,16 +132,17 @@ TEST_F(SettingsFile, ShiftOrAMissingFileKeepsTheValues) {
 }
 
 TEST_F(SettingsFile, HeaderLinesAndOneLinePerRow) {
-  std::tm when{};
+  std::tm when{};  // 5 January 2023, 07:08:09
   when.tm_year = 2023 - 1900;
-  when.tm_mon = 0;
   when.tm_mday = 5;
   when.tm_hour = 7;
   when.tm_min = 8;
   when.tm_sec = 9;
   when.tm_isdst = -1;
   ASSERT_EQ(SettingsSaveFile(path_.c_str(), std::mktime(&when)), 1);
-  std::vector<std::string> lines = ReadLines(path_);
+  std::ifstream file(path_);  // text mode: the platform's own newlines
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) lines.push_back(line);
   ASSERT_EQ(lines.size(), 5u + 215u);
   EXPECT_EQ(lines[0], ";Brindle Foundries animtion plugin configuration file");
   EXPECT_EQ(lines[1], ";Edit this at your own risk");
@@ -179,28 +160,22 @@ TEST_F(SettingsFile, HeaderLinesAndOneLinePerRow) {
 }
 
 TEST_F(SettingsFile, SaveThenLoadRestoresEveryReadableValue) {
+  auto valueText = [](const SettingRow& row) {
+    return row.flags & kSettingString ? std::string(static_cast<const char*>(row.value))
+                                      : std::to_string(*static_cast<std::uint32_t*>(row.value));
+  };
   std::vector<std::string> expected;
   for (int index = 0; index < kSettingCount; ++index) {
     const SettingRow& row = SettingTable[index];
-    if (row.flags & kSettingString) {
-      expected.push_back("text " + std::to_string(index) + " with = and blanks");
-      SettingStore(&row, expected.back().c_str());
-    } else {
-      *static_cast<std::uint32_t*>(row.value) = 0xFFFFFF00u + index % 7 + index * 1000;
-      expected.push_back(std::to_string(row.flags & kSettingWriteOnly ? row.defaultNumber
-                                                                      : *static_cast<std::uint32_t*>(row.value)));
-    }
+    if (row.flags & kSettingString) SettingStore(&row, ("text " + std::to_string(index) + " with = and blanks").c_str());
+    else *static_cast<std::uint32_t*>(row.value) = 0xFFFFFF00u + index % 7 + index * 1000;
+    expected.push_back(row.flags & kSettingWriteOnly ? std::to_string(row.defaultNumber) : valueText(row));
   }
   SettingsSave();
   SettingsReset();
   SettingsLoad();
-  for (int index = 0; index < kSettingCount; ++index) {
-    const SettingRow& row = SettingTable[index];
-    EXPECT_EQ(row.flags & kSettingString ? std::string(static_cast<const char*>(row.value))
-                                         : std::to_string(*static_cast<std::uint32_t*>(row.value)),
-              expected[index])
-        << row.name;
-  }
+  for (int index = 0; index < kSettingCount; ++index)
+    EXPECT_EQ(valueText(SettingTable[index]), expected[index]) << SettingTable[index].name;
 }
 
 }  // namespace
