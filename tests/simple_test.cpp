@@ -1,12 +1,9 @@
-#include <gtest/gtest.h>
-
-#include <cstdint>
-#include <vector>
+#include <algorithm>
+#include <tuple>
 
 #include "effects/simple.h"
 #include "effects/text_frame.h"
 #include "plugin/controls_startup.h"
-#include "plugin/settings.h"
 #include "tests/text_test_support.h"
 
 namespace {
@@ -21,22 +18,16 @@ class SimpleEffect : public GdiStarted {
     SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
     context_.dialog = &snapshot_.controls;
     context_.frames = &frames_;
+    context_.extra = &still_;
   }
   void TearDown() override {
     FrameListFree(&frames_);
     SnapshotClear(&snapshot_);
   }
 
-  DibHandle Generate(int scrollX, int scrollY) {
-    SimpleExtra extra{scrollX, scrollY};
-    context_.extra = &extra;
-    return SimpleGenerate(&context_);
-  }
-
   std::vector<FrameRecord> Frames() {
-    std::vector<FrameRecord> out(frames_.count);
     auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
-    for (int i = 0; i < frames_.count; ++i) out[i] = records[i];
+    std::vector<FrameRecord> out(records, records + frames_.count);
     MemUnlock(frames_.records);
     return out;
   }
@@ -44,74 +35,54 @@ class SimpleEffect : public GdiStarted {
   ControlsSnapshot snapshot_;
   FrameList frames_{};
   EffectContext context_{};
+  SimpleExtra still_{0, 0};
 };
 
+// The lowest opacity without shadow and outline leaves only the background.
 TEST_F(SimpleEffect, FrameIsTheMeasuredTextPlusMarginsAndShadowOffset) {
   TextFrame layout;
   PanelLookIds ids = {100, 121, 103, 109, 111, 113, 115, 119};
   ASSERT_EQ(TextFrameMeasure(&snapshot_.controls, ids, &layout), 1);
   EXPECT_EQ(layout.pad, 2);  // softness 10 adds 1 + 10 / 10
-  DibOwner frame(Generate(0, 0));
+  DibOwner frame(SimpleGenerate(&context_));
   DibLock lock(frame.get());
   ASSERT_NE(lock.head, nullptr);
-  EXPECT_EQ(lock.head->biBitCount, 24);
-  EXPECT_EQ(lock.head->biWidth, layout.textWidth + 2 * 2 + 4);
-  EXPECT_EQ(lock.head->biHeight, layout.textHeight + 2 * 2 + 4);
-  // The corner shows the background fill; the text shows its fill somewhere.
-  EXPECT_EQ(DibGetPixel(lock.head, 0, 0), 0xE5E5E5);
-  bool sawFill = false;
-  for (int y = 0; y < lock.head->biHeight; ++y)
-    for (int x = 0; x < lock.head->biWidth; ++x) sawFill |= DibGetPixel(lock.head, x, y) == 0x996633;
-  EXPECT_TRUE(sawFill);
-}
+  EXPECT_EQ(std::tuple(lock.head->biBitCount, lock.head->biWidth, lock.head->biHeight),
+            std::tuple(24, layout.textWidth + 2 * 2 + 4, layout.textHeight + 2 * 2 + 4));
+  EXPECT_EQ(DibGetPixel(lock.head, 0, 0), 0xE5E5E5);  // the corner shows the background fill
 
-TEST_F(SimpleEffect, LowestOpacityWithoutShadowAndOutlineLeavesTheBackground) {
   SnapshotSetNumber(&snapshot_, 103, 1);
   SnapshotSetCheck(&snapshot_, 100, 0);
   SnapshotSetCheck(&snapshot_, 121, 0);
-  DibOwner frame(Generate(0, 0));
-  DibLock lock(frame.get());
-  ASSERT_NE(lock.head, nullptr);
-  for (int y = 0; y < lock.head->biHeight; ++y)
-    for (int x = 0; x < lock.head->biWidth; ++x) ASSERT_EQ(DibGetPixel(lock.head, x, y), 0xE5E5E5) << x << "," << y;
+  DibOwner faint(SimpleGenerate(&context_));
+  DibLock faintLock(faint.get());
+  ASSERT_NE(faintLock.head, nullptr);
+  for (int y = 0; y < faintLock.head->biHeight; ++y)
+    for (int x = 0; x < faintLock.head->biWidth; ++x)
+      ASSERT_EQ(DibGetPixel(faintLock.head, x, y), 0xE5E5E5) << x << "," << y;
 }
 
-TEST_F(SimpleEffect, TextScrolledOutOfTheFrameLeavesOnlyTheBackground) {
-  DibOwner still(Generate(0, 0));
-  int width = 0;
-  {
-    DibLock lock(still.get());
-    width = lock.head->biWidth;
-  }
-  DibOwner gone(Generate(-width - 8, 0));
-  DibLock lock(gone.get());
-  for (int y = 0; y < lock.head->biHeight; ++y)
-    for (int x = 0; x < lock.head->biWidth; ++x) ASSERT_EQ(DibGetPixel(lock.head, x, y), 0xE5E5E5);
-}
-
-TEST_F(SimpleEffect, StillBuildIsOneFrameAtTheDelayWithoutPause) {
+// A still build is one frame at the delay without pause; a scrolling one
+// pauses at both ends of the loop.
+TEST_F(SimpleEffect, StillBuildIsOneFrameAndScrollingBuildPausesTwice) {
   SnapshotSetCheck(&snapshot_, 32, 0);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  auto frames = Frames();
-  ASSERT_EQ(frames.size(), 1u);
-  EXPECT_EQ(frames[0].delay, 8u);  // the palette host's delay default
-  EXPECT_EQ(frames[0].transparentIndex, -1);
-}
+  auto still = Frames();
+  ASSERT_EQ(still.size(), 1u);
+  EXPECT_EQ(still[0].delay, 8u);  // the palette host's delay default
+  EXPECT_EQ(still[0].transparentIndex, -1);
 
-TEST_F(SimpleEffect, ScrollingBuildPausesTwiceAndLoops) {
+  FrameListFree(&frames_);
   SnapshotSetCheck(&snapshot_, 32, 1);
   SnapshotSetNumber(&snapshot_, 117, 16);
   SnapshotSetNumber(&snapshot_, 33, 100);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  auto frames = Frames();
-  ASSERT_EQ(frames.size(), 16u);
-  int pausing = 0;
-  for (const FrameRecord& frame : frames) {
-    EXPECT_TRUE(frame.delay == 8u || frame.delay == 108u);
-    pausing += frame.delay == 108u;
-  }
-  EXPECT_EQ(pausing, 2);
-  EXPECT_EQ(frames.back().delay, 108u);
+  std::vector<std::uint32_t> delays;
+  for (const FrameRecord& frame : Frames()) delays.push_back(frame.delay);
+  ASSERT_EQ(delays.size(), 16u);
+  EXPECT_EQ(std::count(delays.begin(), delays.end(), 108u), 2);
+  EXPECT_EQ(std::count(delays.begin(), delays.end(), 8u), 14);
+  EXPECT_EQ(delays.back(), 108u);
 }
 
 TEST_F(SimpleEffect, EmptyTextGivesNoPreviewAndFailsTheBuild) {

@@ -2,19 +2,17 @@
 // the cell-height meaning of a font height, and the exact measuring rules:
 // a string is padded by a sixth of the em on each side, trailing blanks are
 // left out, and a character's advance is its box less a lone blank's.
-#include <algorithm>
 #include <cmath>
 
 #include "tests/text_test_support.h"
 
 namespace {
 
-class FreeTypeText : public GdiStarted {
- protected:
-  static TextStyle Style(const char* face, int size, int bold = 0, int italic = 0, int antialias = 1) {
-    return TextStyleMake(nullptr, face, size, bold, italic, antialias);
-  }
-};
+using FreeTypeText = GdiStarted;
+
+TextStyle Style(const char* face, int size, int bold = 0, int italic = 0, int antialias = 1) {
+  return TextStyleMake(nullptr, face, size, bold, italic, antialias);
+}
 
 // Liberation Serif: units per em 2048, Windows ascent 1825 and descent 443,
 // line spacing 2355.
@@ -54,10 +52,9 @@ TEST_F(FreeTypeText, MeasureSubtractsALoneBlankAboveCode32Only) {
 
 TEST_F(FreeTypeText, FaceNamesResolveThroughFontconfigWithStyles) {
   TextStyle windowsName = Style("TIMES NEW ROMAN", 54);
-  TextStyle ownName = Style("Liberation Serif", 54);
-  TextStyle sans = Style("Arial", 54);
-  EXPECT_EQ(RasterOf(windowsName, "Rag", 0xFFFFFF).values, RasterOf(ownName, "Rag", 0xFFFFFF).values);
-  EXPECT_NE(MeasuredWidth(windowsName, "a"), MeasuredWidth(sans, "a"));
+  EXPECT_EQ(RasterOf(windowsName, "Rag", 0xFFFFFF).values,
+            RasterOf(Style("Liberation Serif", 54), "Rag", 0xFFFFFF).values);
+  EXPECT_NE(MeasuredWidth(windowsName, "a"), MeasuredWidth(Style("Arial", 54), "a"));
   // Bytes are Windows-1252: 0x80 is the euro sign, 0xE9 e acute,
   // and 0x81 has no character.
   EXPECT_NE(RasterOf(windowsName, "\x80", 0xFFFFFF).values, RasterOf(windowsName, "\x81", 0xFFFFFF).values);
@@ -67,18 +64,6 @@ TEST_F(FreeTypeText, FaceNamesResolveThroughFontconfigWithStyles) {
   EXPECT_NEAR(MeasuredWidth(Style("TIMES NEW ROMAN", 54, 1), "a"), 1024 * kSerifEmAt54 / 2048, 1.0);
   EXPECT_NEAR(MeasuredWidth(Style("TIMES NEW ROMAN", 54, 0, 1), "a"), 1024 * kSerifEmAt54 / 2048, 1.0);
 
-  // Italic leans: the ink of an 'l' sits further right at the top than at the foot.
-  Pixels italic = RasterOf(Style("TIMES NEW ROMAN", 54, 0, 1), "l", 0xFFFFFF);
-  auto inkCentre = [&](int y) {
-    long sum = 0, weight = 0;
-    for (int x = 0; x < italic.width; ++x) sum += x * (italic.At(x, y) & 0xFF), weight += italic.At(x, y) & 0xFF;
-    return weight > 0 ? static_cast<double>(sum) / weight : -1.0;
-  };
-  std::vector<int> inked;
-  for (int y = 0; y < italic.height; ++y)
-    if (inkCentre(y) >= 0) inked.push_back(y);
-  ASSERT_GT(inked.size(), 10u);
-  EXPECT_GT(inkCentre(inked.front() + 3), inkCentre(inked.back() - 3) + 3);
 }
 
 TEST_F(FreeTypeText, RasterScalesTheColourByCoverageOrIsTwoValuedWithoutAntialias) {
