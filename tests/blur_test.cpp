@@ -19,7 +19,7 @@ namespace {
 
 int ReferenceKernel(int K, float sigma, float* kernel) {
   if (K < 1) K = 3;
-  for (int t = 0; t < K; t++) kernel[t] = 0.0f;
+  std::fill(kernel, kernel + K, 0.0f);
   int n = K * 3 / 2;
   for (int i = -n, j = 0; i <= n; i++, j++)
     if (j / 3 < K) kernel[j / 3] += exp(-(i * i) / (18.0 * sigma * sigma));
@@ -53,8 +53,7 @@ void ReferenceLine(const float* kernel, int K, const std::uint8_t* source, std::
 
 DibHandle ReferenceBlur(DibHandle source, int softness) {
   DibHead* head = static_cast<DibHead*>(MemLock(source));
-  int width = head->biWidth;
-  int height = head->biHeight;
+  int width = head->biWidth, height = head->biHeight;
   DibHandle result = DibClone(source);
   DibHead* out = static_cast<DibHead*>(MemLock(result));
   int channels = head->biBitCount == 8 ? 1 : 3;
@@ -92,8 +91,7 @@ DibHandle FilledDib(int width, int height, int depth, Next next) {
   for (int i = 0; i < kPaletteBytes; i++) palette[i] = static_cast<std::uint8_t>(i / 3);
   DibHandle dib = DibNew(width, height, palette, depth);
   DibLock lock(dib);
-  std::uint8_t* rows = DibRows(lock.head);
-  for (std::uint32_t i = 0; i < lock.head->biSizeImage; i++) rows[i] = next();
+  std::generate_n(DibRows(lock.head), lock.head->biSizeImage, next);
   return dib;
 }
 
@@ -124,8 +122,7 @@ void ExpectSameAsReference(DibHandle source, int softness) {
 TEST(GaussianKernel, EqualsReferenceForEveryLengthAndManySigmas) {
   for (int K = -1; K <= kBlurMaxTaps; K++) {
     for (int softness = 3; softness <= 120; softness += 3) {
-      float expected[kBlurMaxTaps];
-      float actual[kBlurMaxTaps];
+      float expected[kBlurMaxTaps], actual[kBlurMaxTaps];
       ASSERT_EQ(GaussianKernel(K, softness / 10.0f, actual), ReferenceKernel(K, softness / 10.0f, expected));
       int taps = K < 1 ? 3 : K;
       EXPECT_EQ(0, std::memcmp(actual, expected, taps * sizeof(float))) << "K " << K << " softness " << softness;
@@ -142,8 +139,7 @@ TEST(BlurLine, EqualsReferenceOnRandomLines) {
       std::vector<std::uint8_t> source(3 * length);
       for (std::uint8_t& byte : source) byte = static_cast<std::uint8_t>(random() >> 24);
       // Prefilled so that a line too short for the kernel must stay untouched.
-      std::vector<std::uint8_t> expected(3 * length, 0xA5);
-      std::vector<std::uint8_t> actual(3 * length, 0xA5);
+      std::vector<std::uint8_t> expected(3 * length, 0xA5), actual(3 * length, 0xA5);
       ReferenceLine(kernel, K, source.data(), expected.data(), length, 1);
       BlurLine8(kernel, K, source.data(), actual.data(), length);
       ASSERT_EQ(actual, expected) << "8-bit, length " << length << " K " << K;
@@ -161,14 +157,11 @@ TEST(GaussianBlur, EqualsReferenceOnRandomBitmaps) {
     for (int width : sizes)
       for (int height : sizes)
         for (int softness : {3, 4, 7, 12, 22, 42, 102}) {
-          DibOwner source(RandomDib(width, height, depth, random));
           SCOPED_TRACE(testing::Message() << width << "x" << height << ", " << depth << " bits, softness " << softness);
-          ExpectSameAsReference(source.get(), softness);
+          ExpectSameAsReference(DibOwner(RandomDib(width, height, depth, random)).get(), softness);
         }
-    for (int softness : {3, 10, 42}) {  // frame-sized masks
-      DibOwner source(RandomDib(600, 100, depth, random));
-      ExpectSameAsReference(source.get(), softness);
-    }
+    for (int softness : {3, 10, 42})  // frame-sized masks
+      ExpectSameAsReference(DibOwner(RandomDib(600, 100, depth, random)).get(), softness);
   }
 }
 
@@ -178,8 +171,7 @@ TEST(GaussianBlur, HeightOneLeavesTheMaskAsItWas) {
   std::mt19937 random(3);
   for (int depth : {8, 24}) {
     DibOwner source(RandomDib(40, 1, depth, random));
-    std::vector<std::uint8_t> before = BlockBytes(source.get());
-    EXPECT_EQ(BlockBytes(DibOwner(GaussianBlur(source.get(), 30)).get()), before);
+    EXPECT_EQ(BlockBytes(DibOwner(GaussianBlur(source.get(), 30)).get()), BlockBytes(source.get()));
   }
 }
 
@@ -210,26 +202,21 @@ TEST(GaussianKernel, EvenLengthHasOneMoreTapBeforeTheCentre) {
   BlurLine8(kernel, 10, line.data(), out.data(), 30);
   for (auto [at, tap] : {std::pair{15, 5}, {11, 9}, {20, 0}})
     EXPECT_EQ(out[at], static_cast<std::uint8_t>(kernel[tap] * 255 + 0.5)) << at;
-  EXPECT_EQ(out[10], 0);
-  EXPECT_EQ(out[21], 0);
+  EXPECT_EQ(out[10] | out[21], 0);
 }
 
 // A vertical line blurred sideways: the reach stops at ten pixels each way
 // however soft the shadow; a larger softness only flattens it.
 TEST(GaussianBlur, ReachIsCappedAtTwentyOneTaps) {
   for (int softness : {42, 202}) {
-    DibOwner source(FilledDib(61, 30, 8, [] { return std::uint8_t{0}; }));
-    {
-      DibLock lock(source.get());
-      for (int y = 0; y < 30; y++) DibPutPixel(lock.head, 30, y, 255);
-    }
+    int at = 0;  // rows of 64 bytes, column 30 lit
+    DibOwner source(FilledDib(61, 30, 8, [&] { return std::uint8_t(at++ % 64 == 30 ? 255 : 0); }));
     DibOwner blurred(GaussianBlur(source.get(), softness));
     DibLock lock(blurred.get());
     for (int x = 0; x < 61; x++)
       EXPECT_EQ(DibGetPixel(lock.head, x, 15) > 0, x >= 20 && x <= 40) << "x " << x << " softness " << softness;
-    if (softness == 202) {
-      EXPECT_GE(DibGetPixel(lock.head, 20, 15) + 2, DibGetPixel(lock.head, 30, 15));
-    }
+    // The softest only flattens the reach: its edge is nearly as high as the centre.
+    EXPECT_TRUE(softness != 202 || DibGetPixel(lock.head, 20, 15) + 2 >= DibGetPixel(lock.head, 30, 15));
   }
 }
 

