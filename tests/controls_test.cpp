@@ -4,6 +4,7 @@
 
 namespace {
 
+// Reads control 500 with the given text and its up-down's range text.
 int ReadWithRange(const char* range, const char* text) {
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
@@ -12,26 +13,20 @@ int ReadWithRange(const char* range, const char* text) {
   return ReadControlInt(&snapshot.controls, 500);
 }
 
-TEST(ReadControlInt, ClampsToTheUpDownsRangeOrToZeroToHundred) {
-  EXPECT_EQ(ReadWithRange("10,20,15", "5"), 10);
-  EXPECT_EQ(ReadWithRange("10,20,15", "25"), 20);
-  EXPECT_EQ(ReadWithRange("10,20,15", " 12"), 12);
-  EXPECT_EQ(ReadWithRange(nullptr, "150"), 100);  // no range text: 0, 100
-  EXPECT_EQ(ReadWithRange("garbage", "7"), 7);
-}
-
-TEST(ReadControlInt, ReadsSignedOnlyWhenTheMinimumIsNegative) {
-  EXPECT_EQ(ReadWithRange("-50,50,0", "-20"), -20);
-  EXPECT_EQ(ReadWithRange("0,50,0", "-20"), 0);
-  EXPECT_EQ(ReadWithRange("1,50,1", "-20"), 1);
-}
-
-TEST(ReadControlInt, TextThatIsNoNumberOrTooLargeReadsAsZero) {
-  EXPECT_EQ(ReadWithRange("0,1000,5", "abc"), 0);
-  EXPECT_EQ(ReadWithRange("0,1000,5", "12abc"), 12);
-  EXPECT_EQ(ReadWithRange("0,1000,5", "99999999999999999999999"), 0);
-  EXPECT_EQ(ReadWithRange("0,1000,5", "4294967296"), 0);  // past 32 bits
-  EXPECT_EQ(ReadWithRange("-10,10,0", "-2147483649"), 0);
+TEST(ReadControlInt, ClampsToTheRangeAndReadsAsTheEditControlDoes) {
+  struct Case {
+    const char* range;
+    const char* text;
+    int expected;
+  };
+  const Case cases[] = {
+      {"10,20,15", "5", 10},    {"10,20,15", "25", 20},     {"10,20,15", " 12", 12},
+      {nullptr, "150", 100},    {"garbage", "7", 7},         // no range: 0 to 100
+      {"-50,50,0", "-20", -20}, {"0,50,0", "-20", 0},        // signed only below zero
+      {"0,1000,5", "abc", 0},   {"0,1000,5", "12abc", 12},  // a number, then anything
+      {"0,1000,5", "4294967296", 0}, {"-10,10,0", "-2147483649", 0},  // past 32 bits
+  };
+  for (const Case& c : cases) EXPECT_EQ(ReadWithRange(c.range, c.text), c.expected) << (c.range != nullptr ? c.range : "no range") << " " << c.text;
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <tuple>
 
 #include "colour/palette.h"
 #include "dialogkit/centre.h"
 #include "dialogkit/dialog_host.h"
-#include "dialogkit/well_cells.h"
 
 namespace {
 
@@ -14,23 +14,6 @@ TEST(CentreCoordinate, HalvesTheRoomLeftWithTruncationTowardZero) {
   EXPECT_EQ(CentreCoordinate(1024, 500, 901), 311);  // 623 / 2
   EXPECT_EQ(CentreCoordinate(100, 0, 201), -50);     // -101 / 2 goes toward zero, not down to -51
   EXPECT_EQ(CentreCoordinate(768, -30, 70), 334);    // only the extent counts
-}
-
-TEST(WellCells, EachCellHitsItselfAndEmptyPlacesHitNothing) {
-  for (const WellLayout* layout : {&kEightWayWell, &kFourWayWell, &kTwoWayWell}) {
-    for (int i = 0; i < layout->cellCount; ++i) {
-      const DibRect& r = layout->cells[i];
-      EXPECT_EQ(WellCellAt(*layout, (r.left + r.right) / 2, (r.top + r.bottom) / 2), i);
-      EXPECT_EQ(WellCellAt(*layout, r.left, r.top), i);
-      EXPECT_EQ(WellCellAt(*layout, r.right - 1, r.bottom - 1), i);
-    }
-  }
-  // The eight-way centre, a four-way corner, off the well; then right and left.
-  EXPECT_EQ(WellCellAt(kEightWayWell, 37, 37), -1);
-  EXPECT_EQ(WellCellAt(kFourWayWell, 10, 10), -1);
-  EXPECT_EQ(WellCellAt(kEightWayWell, -1, 0), -1);
-  EXPECT_EQ(WellCellAt(kEightWayWell, 60, 30), 3);
-  EXPECT_EQ(WellCellAt(kEightWayWell, 10, 30), 4);
 }
 
 // A host whose colour box answers with a fixed verdict and remembers what it saw.
@@ -57,10 +40,8 @@ TEST(ColourPick, OffersTheHostsRecordAndTakesOnlyAnAcceptedColour) {
   g_verdict = 1;
   EXPECT_EQ(ColourPick(&owner, &colour), 1);
   EXPECT_EQ(colour, 0x00123456u);
-  EXPECT_EQ(g_seen.size, 40u);
-  EXPECT_EQ(g_seen.version, 4096u);
-  EXPECT_EQ(g_seen.bits, 24u);
-  EXPECT_EQ(g_seen.colour, 0x0000FFu);
+  EXPECT_EQ(std::make_tuple(g_seen.size, g_seen.version, g_seen.bits, g_seen.colour),
+            std::make_tuple(40u, 4096u, std::uint64_t{24}, 0x0000FFu));
   EXPECT_EQ(g_seen.ownerWindow, &owner);
   std::uint8_t orthogonal[kPaletteBytes];
   FixedPaletteBuild(orthogonal, nullptr, 6);

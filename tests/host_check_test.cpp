@@ -9,15 +9,3 @@ TEST(HostCheck, VersionWordIsJudgedByBits8To15Only) {
   EXPECT_EQ(HostInterfaceSupported(0x11000), 1);  // bits 8 to 15 are 0x10
   EXPECT_EQ(HostInterfaceSupported(0x10000), 0);  // bits 8 to 15 are 0
 }
-
-TEST(HostCheck, VersionRecordNeedsTheExactCompanyAndMajorSixteen) {
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries", "16.0.0.0"), 1);
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries", "16.2"), 1);
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries", "16"), 1);
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries", "160"), 0);
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries", " 16"), 1);  // atoi skips leading blanks
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries", nullptr), 0);
-  EXPECT_EQ(HostVersionAccepted("BRINDLE FOUNDRIES", "16.0"), 0);
-  EXPECT_EQ(HostVersionAccepted("Brindle Foundries ", "16.0"), 0);
-  EXPECT_EQ(HostVersionAccepted(nullptr, "16.0"), 0);
-}

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "fills/material.h"
+#include "tests/scoped_variable_posix.h"
 
 namespace {
 
@@ -35,33 +36,11 @@ TEST(MaterialFileShortWrite, RemovesTheFile) {
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
-// Points the user's configuration folder at a folder of the test's own, and
-// back again.
-struct ConfigHome {
-  explicit ConfigHome(const std::filesystem::path& folder) : folder(folder) {
-    const char* old = std::getenv("XDG_CONFIG_HOME");
-    hadOld = old != nullptr;
-    if (hadOld) oldValue = old;
-    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
-  }
-  ~ConfigHome() {
-    if (hadOld) {
-      setenv("XDG_CONFIG_HOME", oldValue.c_str(), 1);
-    } else {
-      unsetenv("XDG_CONFIG_HOME");
-    }
-    std::filesystem::remove_all(folder);
-  }
-  std::filesystem::path folder;
-  bool hadOld;
-  std::string oldValue;
-};
-
 // The swatch's set-up finds its own file in the data folder by control id.
 TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
   std::filesystem::path home = std::filesystem::temp_directory_path() / "lw_material_home";
   std::filesystem::create_directories(home / "Brindle Foundries" / "Lettermotion 3");
-  ConfigHome config(home);
+  ScopedVariable config("XDG_CONFIG_HOME", home.c_str());
 
   MemOwner saved(MaterialLoad("", 0x010203, 0));
   ASSERT_EQ(MaterialSave(saved.get(), MaterialPath(129)), 1);
@@ -78,6 +57,7 @@ TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
   ASSERT_NE(record, nullptr);
   EXPECT_EQ(record->colour, 0x7F7F7Fu);
   MemUnlock(other.get());
+  std::filesystem::remove_all(home);
 }
 
 }  // namespace

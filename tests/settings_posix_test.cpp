@@ -5,29 +5,9 @@
 
 #include "plugin/platform.h"
 #include "plugin/settings.h"
+#include "tests/scoped_variable_posix.h"
 
 namespace {
-
-// Sets or clears one variable for the life of the object.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const char* value) : name_(name) {
-    const char* old = std::getenv(name);
-    had_ = old != nullptr;
-    if (had_) old_ = old;
-    if (value != nullptr) setenv(name, value, 1);
-    else unsetenv(name);
-  }
-  ~ScopedVariable() {
-    if (had_) setenv(name_, old_.c_str(), 1);
-    else unsetenv(name_);
-  }
-
- private:
-  const char* name_;
-  bool had_;
-  std::string old_;
-};
 
 TEST(AppDataPathPosix, ConfigFolderFromXdgThenHome) {
   {

@@ -89,7 +89,9 @@ TEST(Supercompress, ReportsItsStatusAndProgressToTheHostAndClonesASingleFrame) {
     DibHandle previous = nullptr;
     ASSERT_EQ(Supercompress(&frames.list, &previous, 0, &host), 1);
     DibOwner owner(previous);
-    if (count == 1) EXPECT_EQ(BytesOf(previous), BytesOf(frames.At(0).image));
+    if (count == 1) {
+      EXPECT_EQ(BytesOf(previous), BytesOf(frames.At(0).image));
+    }
     std::vector<std::string> expected = {"10 0 Supercompressing"};
     for (int i = 0; i < count; ++i) expected.push_back("13 " + std::to_string(i) + " " + std::to_string(count));
     expected.push_back("13 0 0");
