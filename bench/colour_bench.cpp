@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "bench/magick_quantise.h"
-#include "colour/frame_records.h"
+#include "plugin/host_interface.h"
 #include "colour/palette.h"
 #include "colour/quantise.h"
 #include "colour/remap.h"

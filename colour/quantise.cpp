@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "colour/exact_colours.h"
-#include "colour/frame_records.h"
+#include "plugin/host_interface.h"
 
 namespace {
 

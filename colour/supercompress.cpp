@@ -1,7 +1,7 @@
 // Marking the pixels that did not change since the picture before.
 #include "colour/supercompress.h"
 
-#include "colour/frame_records.h"
+#include "plugin/host_interface.h"
 #include "plugin/host_call.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "dialogkit/dialog_host.h"
 
 #include "colour/palette.h"
+#include "plugin/host_call.h"
 
 namespace {
 
@@ -16,8 +17,6 @@ HostRecord* DialogHost() { return g_dialogHost; }
 void DialogHostSet(HostRecord* host) { g_dialogHost = host; }
 
 int ColourPick(void* window, std::uint32_t* colour) {
-  const HostRecord* host = DialogHost();
-  if (host == nullptr || host->callback == nullptr) return 0;
   std::uint8_t palette[kPaletteBytes];
   FixedPaletteBuild(palette, nullptr, kOrthogonal256Row);
   ColourPickRecord record{};
@@ -27,7 +26,7 @@ int ColourPick(void* window, std::uint32_t* colour) {
   record.bits = kPickBits;
   record.colour = *colour;
   record.ownerWindow = window;
-  if (host->callback(nullptr, kHostPickColour, 0, reinterpret_cast<std::int64_t>(&record)) == 0) return 0;
+  if (HostCall(DialogHost(), kHostPickColour, 0, reinterpret_cast<std::int64_t>(&record)) == 0) return 0;
   *colour = record.colour;
   return 1;
 }

@@ -175,14 +175,15 @@ int WriteFrames(const Controls* dialog, HostRecord* host, const EffectEntry& eff
     FrameListFree(&frames);
     return Fail("cannot write '" + indexPath + "': " + std::strerror(errno));
   }
-  auto* records = static_cast<FrameRecord*>(MemLock(frames.records));
   int status = 0;
   for (int i = 0; i < frames.count && status == 0; ++i) {
     std::string path = FramePath(folder, i);
-    if (!PngWrite(path.c_str(), records[i].image)) status = Fail("cannot write '" + path + "'");
-    else std::fprintf(index, "%s %u\n", path.substr(folder.size() + 1).c_str(), records[i].delay);
+    FrameRecord record;
+    if (!FrameRecordRead(&frames, i, &record) || !PngWrite(path.c_str(), record.image))
+      status = Fail("cannot write '" + path + "'");
+    else
+      std::fprintf(index, "%s %u\n", path.substr(folder.size() + 1).c_str(), record.delay);
   }
-  MemUnlock(frames.records);
   if (std::fclose(index) != 0 && status == 0) status = Fail("cannot write '" + indexPath + "'");
   if (status == 0) std::fprintf(stderr, "wrote %d frames to %s\n", frames.count, folder.c_str());
   FrameListFree(&frames);

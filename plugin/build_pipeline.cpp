@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "colour/frame_records.h"
+#include "plugin/host_interface.h"
 #include "colour/palette.h"
 #include "colour/quantise.h"
 #include "colour/remap.h"

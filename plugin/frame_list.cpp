@@ -32,13 +32,10 @@ int FrameListAppend(FrameList* list, const FrameRecord* record) {
 
 int FrameListFree(FrameList* list) {
   for (int index = 0; index < list->count; ++index) {
-    auto* records = static_cast<FrameRecord*>(MemLock(list->records));
-    if (records == nullptr) continue;
-    DibHandle image = records[index].image;
-    DibHandle mask = records[index].mask;
-    MemUnlock(list->records);
-    if (image != nullptr) MemFree(image);
-    if (mask != nullptr) MemFree(mask);
+    FrameRecord record;
+    if (FrameRecordRead(list, index, &record) == 0) continue;  // a record that will not lock is skipped
+    if (record.image != nullptr) MemFree(record.image);
+    if (record.mask != nullptr) MemFree(record.mask);
   }
   MemFree(list->records);
   list->records = nullptr;
@@ -48,15 +45,26 @@ int FrameListFree(FrameList* list) {
 
 int FramePatchDelay(FrameList* list, std::uint32_t delay) {
   if (list->count == 0 || list->records == nullptr) return 0;
+  FrameRecord last;
+  if (FrameRecordRead(list, list->count - 1, &last) == 0) return 0;
+  last.delay = delay;
+  return FrameRecordWrite(list, list->count - 1, &last);
+}
+
+int FrameRecordRead(const FrameList* list, int index, FrameRecord* record) {
+  if (index < 0 || index >= list->count) return 0;
+  const auto* records = static_cast<const FrameRecord*>(MemLock(list->records));
+  if (records == nullptr) return 0;
+  std::memcpy(record, &records[index], sizeof(FrameRecord));
+  MemUnlock(list->records);
+  return 1;
+}
+
+int FrameRecordWrite(FrameList* list, int index, const FrameRecord* record) {
+  if (index < 0 || index >= list->count) return 0;
   auto* records = static_cast<FrameRecord*>(MemLock(list->records));
   if (records == nullptr) return 0;
-  FrameRecord last;
-  std::memcpy(&last, &records[list->count - 1], sizeof last);
-  MemUnlock(list->records);
-  last.delay = delay;
-  records = static_cast<FrameRecord*>(MemLock(list->records));
-  if (records == nullptr) return 0;
-  std::memcpy(&records[list->count - 1], &last, sizeof last);
+  std::memcpy(&records[index], record, sizeof(FrameRecord));
   MemUnlock(list->records);
   return 1;
 }

@@ -143,3 +143,8 @@ int FrameListAppend(FrameList* list, const FrameRecord* record);
 int FrameListFree(FrameList* list);
 // Rewrites the delay of the last frame; 0 on an empty list.
 int FramePatchDelay(FrameList* list, std::uint32_t delay);
+
+// One record copied out of the list or back, the list's block locked only
+// for the copy. 1, or 0 when the block will not lock or the index is outside.
+int FrameRecordRead(const FrameList* list, int index, FrameRecord* record);
+int FrameRecordWrite(FrameList* list, int index, const FrameRecord* record);

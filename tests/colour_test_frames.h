@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "colour/frame_records.h"
+#include "plugin/host_interface.h"
 #include "plugin/host_interface.h"
 #include "raster/dib.h"
 
