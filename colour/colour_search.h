@@ -10,16 +10,24 @@ int NearestColour(int red, int green, int blue, const std::uint8_t* palette, int
 
 inline int ColourLookupKey(int red, int green, int blue) { return (red >> 3) | (green >> 3) << 5 | (blue >> 3) << 10; }
 
+constexpr int kExactSlots = 1024;  // open addressing, at most 256 entries in use
+
 struct ColourSearch {
   const std::uint8_t* palette;
   int colours;
   int fastRemap;
   std::uint8_t table[32768];  // nearest index to each 15-bit colour, at its lower corner
-  std::int32_t lastColour;    // runs of one colour are searched once
+  // The first entry of each palette colour, hashed by 24-bit colour: an
+  // exact match costs one probe or two, however long the palette is.
+  std::int32_t exactColour[kExactSlots];  // -1 for an empty slot
+  std::uint8_t exactIndex[kExactSlots];
+  std::int32_t lastColour;  // runs of one colour are searched once
   int lastIndex;
 };
 
-// Builds the table over the first colours entries of the palette.
+// Builds the table over the first colours entries of the palette. A table
+// depends on those entries alone, so the last one made is kept and reused
+// while the palette stays the same, as it does for all frames of a build.
 void ColourSearchInit(ColourSearch* search, const std::uint8_t* palette, int colours, int fastRemap);
 
 // With fastRemap on: the first exact entry, else the table. Off: NearestColour.
