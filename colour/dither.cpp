@@ -94,6 +94,15 @@ void FillTrueColour(const DibHead* source, DibHead* work) {
   DibPaletteOf(source, sourcePalette);
   for (int y = 0; y < source->biHeight; ++y) {
     std::uint8_t* row = DibRow(work, y);
+    if (source->biBitCount == 24) {  // stored blue, green, red
+      const std::uint8_t* from = DibRow(source, y);
+      for (int x = 0; x < source->biWidth; ++x) {
+        row[x * 3] = from[x * 3 + 2];
+        row[x * 3 + 1] = from[x * 3 + 1];
+        row[x * 3 + 2] = from[x * 3];
+      }
+      continue;
+    }
     for (int x = 0; x < source->biWidth; ++x) SourceRgb(source, sourcePalette, x, y, row + x * 3);
   }
 }
@@ -115,13 +124,15 @@ void DiffuseMultiBit(const DibHead* work, DibHead* target, ColourSearch* search,
   std::int16_t* next = errors->next.get();
   for (int stored = 0; stored < height; ++stored) {
     const std::uint8_t* row = DibRows(work) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
+    std::uint8_t* bytes = target->biBitCount == 8 ? DibRows(target) + static_cast<std::ptrdiff_t>(stored) * DibStride(8, width) : nullptr;
     bool hasNext = stored + 1 < height;
     for (int i = 0; i < cells; ++i) current[i] = static_cast<std::int16_t>(current[i] + row[i]);
     for (int x = 0; x < width; ++x) {
       int wanted[3];
       for (int c = 0; c < 3; ++c) wanted[c] = std::clamp<int>(current[x * 3 + c], 0, 255);
       int index = ColourSearchFind(search, wanted[0], wanted[1], wanted[2]);
-      DibPutPixel(target, x, height - 1 - stored, static_cast<std::uint32_t>(index));
+      if (bytes != nullptr) bytes[x] = static_cast<std::uint8_t>(index);
+      else DibPutPixel(target, x, height - 1 - stored, static_cast<std::uint32_t>(index));
       for (int c = 0; c < 3; ++c) {
         int e = wanted[c] - search->palette[index * 3 + c];
         int cell = x * 3 + c;

@@ -26,15 +26,30 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
 
 // Walks the mask's rows from column firstX; a mask value at (x, y) lands in
 // the frame at (x - shiftLeft, y) with the colour that colourAt gives for (x, y).
+// A pixel that falls outside the frame is left out. The usual case, an
+// 8-bit mask over a 24-bit frame, walks the stored rows directly.
 template <typename ColourAt>
 void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt) {
+  bool direct = mask->biBitCount == 8 && frame->biBitCount == 24;
   for (int y = 0; y < mask->biHeight; ++y) {
+    if (direct && y >= frame->biHeight) break;
+    const std::uint8_t* levels = direct ? DibRow(mask, y) : nullptr;
+    std::uint8_t* row = direct ? DibRow(frame, y) : nullptr;
     for (int x = firstX; x < mask->biWidth; ++x) {
-      int level = DibGetPixel(mask, x, y) & 0xFF;
+      int level = direct ? levels[x] : DibGetPixel(mask, x, y) & 0xFF;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
       int frameX = x - shiftLeft;
-      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
-      DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+      if (!direct) {
+        std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
+        DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+        continue;
+      }
+      if (frameX < 0 || frameX >= frame->biWidth) continue;
+      std::uint8_t* p = row + frameX * 3;  // blue, green, red
+      std::uint32_t blended = BlendPixel(colourAt(x, y), static_cast<std::uint32_t>(p[0] << 16 | p[1] << 8 | p[2]), level);
+      p[0] = static_cast<std::uint8_t>(blended >> 16);
+      p[1] = static_cast<std::uint8_t>(blended >> 8);
+      p[2] = static_cast<std::uint8_t>(blended);
     }
   }
 }

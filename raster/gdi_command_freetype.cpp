@@ -189,23 +189,22 @@ int CoverageAt(const FT_Bitmap& bitmap, unsigned row, unsigned column) {
   return line[column];
 }
 
-// Glyph coverage laid over the picture in colour, channel by channel.
+// Glyph coverage laid over the 24-bit picture in colour, channel by channel;
+// what falls outside is dropped.
 void BlendGlyph(DibHead* head, const FT_Bitmap& bitmap, int left, int top, std::uint32_t colour) {
+  // Stored bytes run blue, green, red.
+  const unsigned channel[3] = {colour >> 16 & 0xFF, colour >> 8 & 0xFF, colour & 0xFF};
   for (unsigned row = 0; row < bitmap.rows; ++row) {
+    int y = top + static_cast<int>(row);
+    if (y < 0 || y >= head->biHeight) continue;
+    std::uint8_t* line = DibRow(head, y);
     for (unsigned column = 0; column < bitmap.width; ++column) {
       unsigned coverage = static_cast<unsigned>(CoverageAt(bitmap, row, column));
-      if (coverage == 0) continue;
       int x = left + static_cast<int>(column);
-      int y = top + static_cast<int>(row);
-      std::int32_t under = DibGetPixel(head, x, y);
-      if (under < 0) continue;
-      std::uint32_t value = 0;
-      for (int shift = 0; shift < 24; shift += 8) {
-        unsigned over = (colour >> shift & 0xFF) * coverage / 255;
-        unsigned below = (static_cast<std::uint32_t>(under) >> shift & 0xFF) * (255 - coverage) / 255;
-        value |= (over + below) << shift;
-      }
-      DibPutPixel(head, x, y, value);
+      if (coverage == 0 || x < 0 || x >= head->biWidth) continue;
+      std::uint8_t* pixel = line + x * 3;
+      for (int c = 0; c < 3; ++c)
+        pixel[c] = static_cast<std::uint8_t>(channel[c] * coverage / 255 + pixel[c] * (255 - coverage) / 255);
     }
   }
 }
