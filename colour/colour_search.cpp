@@ -71,25 +71,16 @@ void BuildLookupTable(const std::uint8_t* palette, int colours, std::uint8_t* ta
   }
 }
 
-int ExactSlot(std::int32_t colour) { return static_cast<int>((static_cast<std::uint32_t>(colour) * 2654435761u) >> 22); }
-
 void BuildExactHash(ColourSearch* search) {
   std::fill(search->exactColour, search->exactColour + kExactSlots, -1);
   for (int i = 0; i < ClampColours(search->colours); ++i) {
     const std::uint8_t* entry = search->palette + i * 3;
     std::int32_t colour = entry[0] | entry[1] << 8 | entry[2] << 16;
-    int slot = ExactSlot(colour);
+    int slot = ColourExactSlot(colour);
     while (search->exactColour[slot] != -1 && search->exactColour[slot] != colour) slot = (slot + 1) & (kExactSlots - 1);
     if (search->exactColour[slot] == colour) continue;  // an earlier entry has it
     search->exactColour[slot] = colour;
     search->exactIndex[slot] = static_cast<std::uint8_t>(i);
-  }
-}
-
-int FindExact(const ColourSearch* search, std::int32_t colour) {
-  for (int slot = ExactSlot(colour);; slot = (slot + 1) & (kExactSlots - 1)) {
-    if (search->exactColour[slot] == colour) return search->exactIndex[slot];
-    if (search->exactColour[slot] == -1) return -1;
   }
 }
 
@@ -141,19 +132,4 @@ void ColourSearchInit(ColourSearch* search, const std::uint8_t* palette, int col
   BuildExactHash(search);
   search->lastColour = -1;
   search->lastIndex = 0;
-}
-
-int ColourSearchFind(ColourSearch* search, int red, int green, int blue) {
-  std::int32_t colour = red | green << 8 | blue << 16;
-  if (colour == search->lastColour) return search->lastIndex;
-  int index;
-  if (search->fastRemap != 0) {
-    index = FindExact(search, colour);
-    if (index < 0) index = search->table[ColourLookupKey(red, green, blue)];
-  } else {
-    index = NearestColour(red, green, blue, search->palette, search->colours);
-  }
-  search->lastColour = colour;
-  search->lastIndex = index;
-  return index;
 }

@@ -30,8 +30,34 @@ struct ColourSearch {
 // while the palette stays the same, as it does for all frames of a build.
 void ColourSearchInit(ColourSearch* search, const std::uint8_t* palette, int colours, int fastRemap);
 
+inline int ColourExactSlot(std::int32_t colour) {
+  return static_cast<int>((static_cast<std::uint32_t>(colour) * 2654435761u) >> 22);
+}
+
+// The first entry of exactly this colour, or -1.
+inline int ColourSearchExact(const ColourSearch* search, std::int32_t colour) {
+  for (int slot = ColourExactSlot(colour);; slot = (slot + 1) & (kExactSlots - 1)) {
+    if (search->exactColour[slot] == colour) return search->exactIndex[slot];
+    if (search->exactColour[slot] == -1) return -1;
+  }
+}
+
 // With fastRemap on: the first exact entry, else the table. Off: NearestColour.
-int ColourSearchFind(ColourSearch* search, int red, int green, int blue);
+// Every pixel of a remap comes here, so it is inline.
+inline int ColourSearchFind(ColourSearch* search, int red, int green, int blue) {
+  std::int32_t colour = red | green << 8 | blue << 16;
+  if (colour == search->lastColour) return search->lastIndex;
+  int index;
+  if (search->fastRemap != 0) {
+    index = ColourSearchExact(search, colour);
+    if (index < 0) index = search->table[ColourLookupKey(red, green, blue)];
+  } else {
+    index = NearestColour(red, green, blue, search->palette, search->colours);
+  }
+  search->lastColour = colour;
+  search->lastIndex = index;
+  return index;
+}
 
 // First entry exactly of this colour, or -1.
 int PaletteFindExact(const std::uint8_t* palette, int colours, int red, int green, int blue);
