@@ -31,6 +31,7 @@ struct RenderOptions {
   int customPalette = 1;
   int characterSpace = 90;
   bool testRun = false;
+  bool plain = false;
   std::string framesDir;
 };
 
@@ -52,6 +53,8 @@ void PrintRenderUsage(std::FILE* out) {
                "  --custom-palette on|off  compute one palette from all frames (default on)\n"
                "  --character-space N    letter spacing in per cent, 50 to 150 (default 90)\n"
                "  --test                 run as the Test button does (host code 5)\n"
+               "  --plain                write every image whole, as the plug-in hands it over,\n"
+               "                         instead of the smaller optimised file\n"
                "  --frames-dir DIR       write the effect's 24-bit frames as PNG files to DIR,\n"
                "                         with index.txt listing each file and its delay, and\n"
                "                         no GIF\n"
@@ -100,8 +103,8 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
       *help = true;
       return 0;
     }
-    if (option == "--test") {
-      options->testRun = true;
+    if (option == "--test" || option == "--plain") {
+      (option == "--test" ? options->testRun : options->plain) = true;
       continue;
     }
     if (!TakesValue(option)) return UsageError("unknown option '" + option + "'");
@@ -222,6 +225,7 @@ int RunRender(const RenderOptions& options) {
     status = Fail(std::string("the effect '") + effect.name + "' is not built yet");
   } else {
     ReferenceHostReset(options.output, true);
+    ReferenceHostCurrent().plainOutput = options.plain;
     GdiOp drawing{};
     drawing.op = kGdiStart;
     GdiCommand(&drawing);

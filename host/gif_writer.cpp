@@ -85,8 +85,8 @@ void PutHeader(std::vector<std::uint8_t>* out, const GifAnimation& animation, in
   int width = animation.width;
   int height = animation.height;
   for (const GifFrame& frame : animation.frames) {
-    width = std::max(width, frame.width);
-    height = std::max(height, frame.height);
+    width = std::max(width, frame.left + frame.width);
+    height = std::max(height, frame.top + frame.height);
   }
   for (char letter : std::string_view("GIF89a")) out->push_back(static_cast<std::uint8_t>(letter));
   PutWord(out, width);
@@ -120,8 +120,8 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
   out->push_back(0);
 
   out->push_back(0x2C);
-  PutWord(out, 0);
-  PutWord(out, 0);
+  PutWord(out, frame.left);
+  PutWord(out, frame.top);
   PutWord(out, frame.width);
   PutWord(out, frame.height);
   out->push_back(0);  // no local table, not interlaced
@@ -131,20 +131,27 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
   PutSubBlocks(out, codes.data(), codes.size());
 }
 
-}  // namespace
-
-int GifPaletteBits(int depth) { return std::clamp(depth, 1, 8); }
-
-int GifTableBits(const GifAnimation& animation) {
-  int highest = 1;  // a table has at least two entries
-  for (const GifFrame& frame : animation.frames) {
-    for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
-    if (frame.transparentIndex < 256) highest = std::max(highest, frame.transparentIndex);
+// How many pixels from start the longest string in the dictionary covers
+// when the first takes the value first, each later pixel its index or else
+// its other value.
+std::size_t MatchLength(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+                        std::size_t start, std::size_t count, int first) {
+  int code = first;
+  std::size_t position = start + 1;
+  for (; position < count; ++position) {
+    int extended = dictionary.Find(code, indices[position]);
+    if (extended < 0) extended = dictionary.Find(code, others[position]);
+    if (extended < 0) break;
+    code = extended;
   }
-  return std::max(GifPaletteBits(animation.depth), BitsFor(highest));
+  return position - start;
 }
 
-std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
+// The coder behind both entry points. Where others is given, a pixel whose
+// other value makes the current string longer takes it, and chosen records
+// the value each pixel took.
+std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
+                                  std::size_t count, int minimumCodeSize) {
   std::vector<std::uint8_t> out;
   BitPacker packer{&out};
   LzwDictionary dictionary;
@@ -163,11 +170,22 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
   for (std::size_t position = 1; position < count; ++position) {
     int index = indices[position];
     int extended = dictionary.Find(prefix, index);
+    if (extended < 0 && others != nullptr && others[position] != index) {
+      extended = dictionary.Find(prefix, others[position]);
+      if (extended >= 0) chosen[position] = others[position];
+    }
     if (extended >= 0) {
       prefix = extended;
       continue;
     }
     packer.Put(prefix, width);
+    // A pixel that starts a string takes the value that starts the longer one.
+    if (others != nullptr && others[position] != index &&
+        MatchLength(dictionary, indices, others, position, count, others[position]) >
+            MatchLength(dictionary, indices, others, position, count, index)) {
+      index = others[position];
+      chosen[position] = others[position];
+    }
     if (nextCode == kLzwTableSize) {
       // The table is full: start over, as the decoder will on this code.
       packer.Put(clearCode, width);
@@ -192,6 +210,36 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
   return out;
 }
 
+}  // namespace
+
+int GifPaletteBits(int depth) { return std::clamp(depth, 1, 8); }
+
+int GifTableBits(const GifAnimation& animation) {
+  int highest = 1;  // a table has at least two entries
+  for (const GifFrame& frame : animation.frames) {
+    for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
+    if (frame.transparentIndex < 256) highest = std::max(highest, frame.transparentIndex);
+  }
+  return std::max(GifPaletteBits(animation.depth), BitsFor(highest));
+}
+
+int GifCodeSizeFor(int bits) { return std::max(2, bits); }
+
+int GifImageBits(const GifFrame& frame) {
+  int highest = std::max(1, frame.transparentIndex);
+  for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
+  return BitsFor(highest);
+}
+
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
+  return LzwCode(indices, nullptr, nullptr, count, minimumCodeSize);
+}
+
+std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
+                                               int minimumCodeSize) {
+  return LzwCode(indices, others, indices, count, minimumCodeSize);
+}
+
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
   std::vector<std::uint8_t> out;
   int tableBits = GifTableBits(animation);
@@ -199,13 +247,17 @@ std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
   PutLoopForever(&out);
   // Comments go ahead of the first image, where every decoder reads them.
   for (const std::string& comment : animation.comments) PutComment(&out, comment);
-  for (const GifFrame& frame : animation.frames) PutFrame(&out, frame, std::max(2, tableBits));
+  for (const GifFrame& frame : animation.frames)
+    PutFrame(&out, frame, GifCodeSizeFor(animation.narrowCodes ? GifImageBits(frame) : tableBits));
   out.push_back(0x3B);
   return out;
 }
 
 int GifWriteFile(const GifAnimation& animation, const std::string& path) {
-  std::vector<std::uint8_t> bytes = GifEncode(animation);
+  return GifWriteBytes(GifEncode(animation), path);
+}
+
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path) {
   std::string temporary = path + ".tmp";
   std::FILE* file = std::fopen(temporary.c_str(), "wb");
   if (file == nullptr) return 0;

@@ -27,6 +27,8 @@ struct GifFrame {
   std::uint32_t delay;                // hundredths of a second; above 65535 is written as 65535
   std::int32_t transparentIndex;      // -1 for none
   GifDisposal disposal;
+  int left = 0;  // place on the logical screen
+  int top = 0;
 };
 
 struct GifAnimation {
@@ -36,7 +38,16 @@ struct GifAnimation {
   std::uint8_t palette[768];  // 256 triples of red, green, blue
   std::vector<GifFrame> frames;
   std::vector<std::string> comments;
+  // Each image coded with the fewest bits its own indices need, rather than
+  // the bits of the whole table.
+  bool narrowCodes = false;
 };
+
+// The LZW minimum code size of an image whose indices are all below 2^bits.
+int GifCodeSizeFor(int bits);
+
+// The fewest bits that hold every index of the image, and its transparent index.
+int GifImageBits(const GifFrame& frame);
 
 // Bits of the table that a depth asks for: 1 to 8.
 int GifPaletteBits(int depth);
@@ -52,9 +63,17 @@ int GifTableBits(const GifAnimation& animation);
 // the end code last.
 std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize);
 
+// As GifLzwEncode, where each pixel may show either of two values: its index
+// or its value in others. A pixel takes the other value, written back to
+// indices, where that lets the current string grow; coding the indices so
+// chosen with GifLzwEncode gives the same codes.
+std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
+                                               int minimumCodeSize);
+
 // The whole file.
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
 
 // Writes the file through a temporary file beside path that is renamed over
 // path on success and removed on failure. 1 on success, 0 on failure.
 int GifWriteFile(const GifAnimation& animation, const std::string& path);
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path);

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <unordered_map>
 
+#include "host/gif_optimise.h"
+
 namespace {
 
 ReferenceHost gHost{};
@@ -133,12 +135,20 @@ std::int64_t AddComment(const char* text) {
   return 1;
 }
 
+std::vector<std::uint8_t> EncodeSmallest(const GifAnimation& animation, bool plainOnly) {
+  std::vector<std::uint8_t> plain = GifEncode(animation);
+  GifAnimation optimised;
+  if (plainOnly || GifOptimise(animation, &optimised) == 0) return plain;
+  std::vector<std::uint8_t> smaller = GifEncode(optimised);
+  return smaller.size() < plain.size() ? smaller : plain;
+}
+
 std::int64_t CloseTask(bool complete) {
   if (!gHost.taskOpen) return 0;
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
-    result = GifWriteFile(gHost.animation, gHost.outputPath);
+    result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath);
     if (result != 0) gHost.filesWritten += 1;
     ReportStatus((result != 0 ? "Wrote " : "Could not write ") + gHost.outputPath);
   }

@@ -210,10 +210,13 @@ struct TestHostFrame {
 };
 
 // Runs one task through the reference host into path, the frames as bitmaps
-// of dibDepth bits, then the comment if there is one.
+// of dibDepth bits, then the comment if there is one; the plain file unless
+// optimised is asked for.
 inline void TestHostWrite(const std::string& path, TaskRecord task, int dibDepth,
-                          const std::vector<TestHostFrame>& frames, const std::string& comment = "") {
+                          const std::vector<TestHostFrame>& frames, const std::string& comment = "",
+                          bool optimised = false) {
   ReferenceHostReset(path, false);
+  ReferenceHostCurrent().plainOutput = !optimised;
   ASSERT_EQ(ReferenceHostCallback(nullptr, kHostOpenTask, 0, TestPointer(&task)), 1);
   for (std::size_t i = 0; i < frames.size(); ++i) {
     const TestHostFrame& frame = frames[i];

@@ -16,6 +16,7 @@ TEST(ReferenceHost, BuildSequenceWritesOneGifAndRecordsEveryCode) {
   std::string path = OutputPath("lwmotio3_host_build.gif");
   std::filesystem::remove(path);
   ReferenceHostReset(path, false);
+  ReferenceHostCurrent().plainOutput = true;
   HostRecord host = ReferenceHostRecord();
   EXPECT_EQ(host.versionWord >> 8 & 0xFF, 16u);
   HostCallback call = host.callback;

@@ -1,7 +1,7 @@
 // The default Simple build through the reference host, in every colour mode
 // the plug-in has: the plain file must keep the indices and palette it has
-// always had.
-#include <gif_lib.h>
+// always had, and the optimised file must show the same pictures in every
+// decoder while being no larger.
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/reference_host.h"
+#include "tests/gif_decoders_posix.h"
 #include "plugin/build_pipeline.h"
 #include "plugin/controls_startup.h"
 #include "tests/text_test_support.h"
@@ -43,6 +44,16 @@ constexpr ColourMode kModes[] = {
     {"fixed 8 dithered", 0, 1, 0, 0, 1, 8, 0x7D4D23DFFB6C3423u},
     {"fixed 9 dithered exact search", 0, 1, 0, 0, 0, 9, 0xDC7F4A2DC3B781B4u},
 };
+
+// Each frame as Pillow composes it, one line of hexadecimal RGBA a frame.
+constexpr char kPillowFrames[] =
+    "import sys\n"
+    "from PIL import Image, GifImagePlugin\n"
+    "GifImagePlugin.LOADING_STRATEGY = GifImagePlugin.LoadingStrategy.RGB_ALWAYS\n"
+    "im = Image.open(sys.argv[1])\n"
+    "for i in range(im.n_frames):\n"
+    "    im.seek(i)\n"
+    "    print(im.convert('RGBA').tobytes().hex())\n";
 
 std::uint64_t Fnv(std::uint64_t hash, const void* data, std::size_t size) {
   for (std::size_t i = 0; i < size; ++i) hash = (hash ^ static_cast<const std::uint8_t*>(data)[i]) * 0x100000001B3u;
@@ -87,7 +98,7 @@ class RenderOutput : public GdiStarted {
   void TearDown() override { std::filesystem::remove_all(folder_); }
 
   // Builds the default Simple animation in the mode; the path of the file.
-  std::string Render(const ColourMode& mode, const std::string& name) {
+  std::string Render(const ColourMode& mode, const std::string& name, bool plain) {
     SettingsReset();
     MainDither = static_cast<std::uint32_t>(mode.dither);
     MainSupercompress = static_cast<std::uint32_t>(mode.supercompress);
@@ -100,6 +111,7 @@ class RenderOutput : public GdiStarted {
     SnapshotSetCheck(&snapshot, kTrueColourBox, mode.trueColour);
     std::string path = (folder_ / (name + ".gif")).string();
     ReferenceHostReset(path, false);
+    ReferenceHostCurrent().plainOutput = plain;
     HostRecord host = ReferenceHostRecord();
     EXPECT_EQ(BuildAnimation(&snapshot.controls, &host, 0), 1);
     SnapshotClear(&snapshot);
@@ -112,8 +124,35 @@ class RenderOutput : public GdiStarted {
 
 TEST_F(RenderOutput, PlainFileOfEveryColourModeIsUnchanged) {
   for (const ColourMode& mode : kModes) {
-    std::string plain = Render(mode, "plain");
+    std::string plain = Render(mode, "plain", true);
     EXPECT_EQ(DecodedDigest(plain), mode.plainDigest) << mode.name;
+  }
+}
+
+TEST_F(RenderOutput, OptimisedFileShowsThePlainPicturesInEveryDecoderAndIsNoLarger) {
+  std::string script = (folder_ / "frames.py").string();
+  std::FILE* file = std::fopen(script.c_str(), "w");
+  ASSERT_NE(file, nullptr);
+  std::fputs(kPillowFrames, file);
+  std::fclose(file);
+  for (const ColourMode& mode : kModes) {
+    SCOPED_TRACE(mode.name);
+    std::string plain = Render(mode, "plain", true);
+    std::string optimised = Render(mode, "optimised", false);
+    EXPECT_LE(std::filesystem::file_size(optimised), std::filesystem::file_size(plain));
+    std::vector<Rgba> plainFrames = GiflibComposited(plain);
+    std::vector<Rgba> optimisedFrames = GiflibComposited(optimised);
+    ASSERT_EQ(optimisedFrames.size(), plainFrames.size());
+    for (std::size_t i = 0; i < plainFrames.size(); ++i)
+      ExpectSameVisiblePixels(plainFrames[i], optimisedFrames[i], "giflib frame " + std::to_string(i));
+    auto coalesced = [](const std::string& path) {
+      std::string bytes = RunCommand("/usr/bin/convert '" + path + "' -coalesce rgba:- 2>&1");
+      return Rgba(bytes.begin(), bytes.end());
+    };
+    ExpectSameVisiblePixels(coalesced(plain), coalesced(optimised), "ImageMagick");
+    // These builds show something in every pixel, so Pillow's frames match whole.
+    EXPECT_EQ(RunCommand("/usr/bin/python3 '" + script + "' '" + optimised + "' 2>&1"),
+              RunCommand("/usr/bin/python3 '" + script + "' '" + plain + "' 2>&1"));
   }
 }
 
