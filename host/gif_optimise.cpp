@@ -156,15 +156,15 @@ bool FindChanges(const PlainReplay& replay, const Screen& screen, Box* changed, 
 }
 
 // How an image treats the pixels the screen already shows: drawn again, or
-// transparent, or either, whichever lets the coder's current string grow
-// (trying one of the two first).
-enum class Unchanged { kDrawn, kTransparent, kTransparentOrDrawn, kDrawnOrTransparent };
+// transparent, or transparent unless drawing lets the coder's current string
+// grow.
+enum class Unchanged { kDrawn, kTransparent, kTransparentOrDrawn };
 
 // The image over box, coded: the wanted indices, with the transparent index
 // where the rule for unchanged pixels chooses it and wherever the picture
-// shows nothing. The size of its codes.
+// shows nothing. The size of its codes, or more than limit once they pass it.
 std::size_t CutImage(const PlainReplay& replay, const Screen& screen, const Box& box, std::int32_t transparent,
-                     Unchanged rule, GifFrame* image) {
+                     Unchanged rule, std::size_t limit, GifFrame* image) {
   const Geometry& geometry = replay.geometry;
   *image = GifFrame{};
   image->left = box.left;
@@ -181,14 +181,13 @@ std::size_t CutImage(const PlainReplay& replay, const Screen& screen, const Box&
       int want = replay.wanted[geometry.At(x, y)];
       int see = want == kClear ? transparent : want;
       bool unchanged = want == screen[geometry.At(x, y)] && rule != Unchanged::kDrawn;
-      bool transparentFirst = rule == Unchanged::kTransparent || rule == Unchanged::kTransparentOrDrawn;
-      int first = unchanged && transparentFirst ? transparent : see;
-      int other = !unchanged || rule == Unchanged::kTransparent ? first : first == see ? transparent : see;
+      int first = unchanged ? transparent : see;
+      int other = unchanged && rule == Unchanged::kTransparentOrDrawn ? see : first;
       image->indices[at] = static_cast<std::uint8_t>(first);
       others[at] = static_cast<std::uint8_t>(other);
     }
   int codeSize = GifCodeSizeFor(GifImageBits(*image));
-  return GifLzwEncodeChoosing(image->indices.data(), others.data(), count, codeSize).size();
+  return GifLzwEncodeChoosing(image->indices.data(), others.data(), count, codeSize, limit).size();
 }
 
 // The lowest index of the table that no changed pixel of the box needs, or -1.
@@ -218,11 +217,10 @@ bool ChooseImage(const PlainReplay& replay, const Screen& screen, const Box& box
   std::int32_t transparent = FreeIndex(replay, screen, box, tableEntries);
   if (transparent < 0 && mustSeeThrough) return false;
   std::size_t best = SIZE_MAX;
-  for (Unchanged rule : {Unchanged::kDrawn, Unchanged::kTransparent, Unchanged::kTransparentOrDrawn,
-                         Unchanged::kDrawnOrTransparent}) {
+  for (Unchanged rule : {Unchanged::kTransparentOrDrawn, Unchanged::kDrawn, Unchanged::kTransparent}) {
     if (rule == Unchanged::kDrawn ? mustSeeThrough : transparent < 0) continue;
     GifFrame image;
-    std::size_t size = CutImage(replay, screen, box, transparent, rule, &image);
+    std::size_t size = CutImage(replay, screen, box, transparent, rule, best, &image);
     if (size < best) {
       best = size;
       *chosen = std::move(image);

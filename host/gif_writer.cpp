@@ -2,6 +2,7 @@
 #include "host/gif_writer.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string_view>
@@ -35,29 +36,30 @@ struct BitPacker {
 };
 
 // The string table: (prefix code, next index) -> code, open addressing over
-// twice the number of codes so probes stay short.
+// twice the number of codes so probes stay short. A slot holds the 20-bit
+// key and the 12-bit code together, so a probe is one load.
 struct LzwDictionary {
   static constexpr int kSlots = 2 * kLzwTableSize;
-  std::vector<std::int32_t> keys = std::vector<std::int32_t>(kSlots, -1);
-  std::vector<std::int16_t> codes = std::vector<std::int16_t>(kSlots, 0);
+  static constexpr std::uint32_t kEmpty = 0xFFFFFFFF;
+  std::vector<std::uint32_t> slots = std::vector<std::uint32_t>(kSlots, kEmpty);
 
-  static int Key(int prefix, int index) { return prefix << 8 | index; }
-  int Slot(int key) const {
-    int slot = (key * 2654435761u) >> 19 & (kSlots - 1);
-    while (keys[slot] != -1 && keys[slot] != key) slot = (slot + 1) & (kSlots - 1);
-    return slot;
-  }
+  static std::uint32_t Key(int prefix, int index) { return static_cast<std::uint32_t>(prefix << 8 | index); }
+  static int SlotOf(std::uint32_t key) { return static_cast<int>((key * 2654435761u) >> 19 & (kSlots - 1)); }
   int Find(int prefix, int index) const {
-    int slot = Slot(Key(prefix, index));
-    return keys[slot] == -1 ? -1 : codes[slot];
+    std::uint32_t key = Key(prefix, index);
+    for (int slot = SlotOf(key);; slot = (slot + 1) & (kSlots - 1)) {
+      std::uint32_t held = slots[slot];
+      if (held == kEmpty) return -1;
+      if (held >> 12 == key) return static_cast<int>(held & 0xFFF);
+    }
   }
   void Add(int prefix, int index, int code) {
-    int key = Key(prefix, index);
-    int slot = Slot(key);
-    keys[slot] = key;
-    codes[slot] = static_cast<std::int16_t>(code);
+    std::uint32_t key = Key(prefix, index);
+    int slot = SlotOf(key);
+    while (slots[slot] != kEmpty && slots[slot] >> 12 != key) slot = (slot + 1) & (kSlots - 1);
+    slots[slot] = key << 12 | static_cast<std::uint32_t>(code);
   }
-  void Clear() { std::fill(keys.begin(), keys.end(), -1); }
+  void Clear() { std::fill(slots.begin(), slots.end(), kEmpty); }
 };
 
 int BitsFor(int highestValue) {
@@ -151,7 +153,7 @@ std::size_t MatchLength(const LzwDictionary& dictionary, const std::uint8_t* ind
 // other value makes the current string longer takes it, and chosen records
 // the value each pixel took.
 std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
-                                  std::size_t count, int minimumCodeSize) {
+                                  std::size_t count, int minimumCodeSize, std::size_t limit) {
   std::vector<std::uint8_t> out;
   BitPacker packer{&out};
   LzwDictionary dictionary;
@@ -167,7 +169,7 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
   }
 
   int prefix = indices[0];
-  for (std::size_t position = 1; position < count; ++position) {
+  for (std::size_t position = 1; position < count && out.size() <= limit; ++position) {
     int index = indices[position];
     int extended = dictionary.Find(prefix, index);
     if (extended < 0 && others != nullptr && others[position] != index) {
@@ -232,12 +234,12 @@ int GifImageBits(const GifFrame& frame) {
 }
 
 std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
-  return LzwCode(indices, nullptr, nullptr, count, minimumCodeSize);
+  return LzwCode(indices, nullptr, nullptr, count, minimumCodeSize, SIZE_MAX);
 }
 
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
-                                               int minimumCodeSize) {
-  return LzwCode(indices, others, indices, count, minimumCodeSize);
+                                               int minimumCodeSize, std::size_t limit) {
+  return LzwCode(indices, others, indices, count, minimumCodeSize, limit);
 }
 
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {

@@ -65,10 +65,12 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
 
 // As GifLzwEncode, where each pixel may show either of two values: its index
 // or its value in others. A pixel takes the other value, written back to
-// indices, where that lets the current string grow; coding the indices so
-// chosen with GifLzwEncode gives the same codes.
+// indices, where that lets the current string grow or start a longer one;
+// coding the indices so chosen with GifLzwEncode gives the same codes. Once
+// the codes pass limit bytes the coder stops, and what it returns is only
+// known to be longer than limit.
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
-                                               int minimumCodeSize);
+                                               int minimumCodeSize, std::size_t limit);
 
 // The whole file.
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
