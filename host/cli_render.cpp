@@ -204,12 +204,14 @@ int CheckWritable(const std::string& output) {
   return 0;
 }
 
-int WriteAnimation(const Controls* dialog, HostRecord* host, const RenderOptions& options) {
+int WriteAnimation(const ControlsSnapshot& snapshot, HostRecord* host, const RenderOptions& options) {
   if (int status = CheckWritable(options.output); status != 0) return status;
   HostCall(host, kHostBuildStarted);
-  int complete = BuildAnimation(dialog, host, options.testRun ? 1 : 0);
-  if (complete == 0 || ReferenceHostCurrent().filesWritten != 1) return Fail("no animation was written");
-  return 0;
+  int complete = BuildAnimation(&snapshot.controls, host, options.testRun ? 1 : 0);
+  if (complete != 0 && ReferenceHostCurrent().filesWritten == 1) return 0;
+  // A failure the plug-in or the host has already told of needs no second line.
+  bool told = !snapshot.messages.empty() || ReferenceHostCurrent().lastStatus == "Memory error";
+  return told ? 1 : Fail("no animation was written");
 }
 
 int RunRender(const RenderOptions& options) {
@@ -229,7 +231,7 @@ int RunRender(const RenderOptions& options) {
     GdiOp drawing{};
     drawing.op = kGdiStart;
     GdiCommand(&drawing);
-    status = options.framesDir.empty() ? WriteAnimation(dialog, &host, options)
+    status = options.framesDir.empty() ? WriteAnimation(snapshot, &host, options)
                                        : WriteFrames(dialog, &host, effect, options.framesDir);
     drawing.op = kGdiStop;
     GdiCommand(&drawing);

@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <unordered_map>
 
 #include "host/gif_optimise.h"
@@ -166,9 +167,9 @@ void ReferenceHostReset(const std::string& outputPath, bool reportToStderr) {
   gHost.reportToStderr = reportToStderr;
 }
 
-std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::int64_t argument,
-                                   std::int64_t pointerArgument) {
-  gHost.codes.push_back(code);
+namespace {
+
+std::int64_t Serve(TaskRecord* task, std::uint32_t code, std::int64_t argument, std::int64_t pointerArgument) {
   switch (code) {
     case kHostOpenTask:
     case kHostOpenTestTask:
@@ -189,6 +190,24 @@ std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::in
       return 1;
     default:
       return 0;  // no picker, loader or help viewer here
+  }
+}
+
+}  // namespace
+
+// The host keeps its frames and file in standard containers; when memory
+// runs out it says so once and refuses the call, and the open task is
+// dropped, so no file is written.
+std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::int64_t argument,
+                                   std::int64_t pointerArgument) {
+  try {
+    gHost.codes.push_back(code);
+    return Serve(task, code, argument, pointerArgument);
+  } catch (const std::bad_alloc&) {
+    gHost.taskOpen = false;
+    gHost.animation = GifAnimation{};
+    ReportStatus("Memory error");
+    return 0;
   }
 }
 

@@ -99,12 +99,16 @@ bool GlyphDraw(FT_Face face, CachedGlyph* cached, FT_Render_Mode mode) {
 }
 
 FT_Face OpenMatchingFace(const std::string& name, bool bold, bool italic) {
+  // Out of memory, fontconfig reports failure here rather than later.
   FcPattern* pattern = FcPatternCreate();
-  FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
-  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
-  FcConfigSubstitute(g_engine.config, pattern, FcMatchPattern);
+  if (pattern == nullptr) return nullptr;
+  if (!FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str())) ||
+      !FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR) ||
+      !FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN) ||
+      !FcPatternAddBool(pattern, FC_SCALABLE, FcTrue) || !FcConfigSubstitute(g_engine.config, pattern, FcMatchPattern)) {
+    FcPatternDestroy(pattern);
+    return nullptr;
+  }
   FcDefaultSubstitute(pattern);
   FcResult result = FcResultNoMatch;
   FcPattern* match = FcFontMatch(g_engine.config, pattern, &result);

@@ -1,0 +1,48 @@
+#!/bin/sh
+# Renders under address-space limits from too small up to enough: every run
+# either writes the animation or ends with "Memory error" on one line, exit 1
+# and no file; none may crash. The limits step through the frames and the
+# colour stages.
+# usage: out_of_memory_test.sh LWMOTIO3 WORK_DIR
+set -u
+cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
+work=$2
+rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
+export XDG_CONFIG_HOME="$work/config"
+: >empty.ini
+failures=0
+stages=""
+
+fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+
+# The sweep counts from the first limit at which the build starts; below it
+# the loader and the C++ runtime themselves may not start.
+limit=4000
+until (ulimit -v "$limit"; exec "$cli" render --ini empty.ini -o out.gif) 2>&1 >/dev/null | grep -q "^Building"; do
+  rm -f out.gif
+  limit=$((limit + 100))
+  [ "$limit" -le 40000 ] || { echo "FAIL: the build never starts"; exit 1; }
+done
+while [ "$limit" -le 40000 ]; do
+  (ulimit -v "$limit"; exec "$cli" render --ini empty.ini -o out.gif) >/dev/null 2>err.txt
+  status=$?
+  if grep -q "^Fontconfig error" err.txt; then
+    : # fontconfig could not load its own configuration and is not to be trusted
+  elif [ "$status" -eq 0 ]; then
+    [ -s out.gif ] || fail "$limit KiB: exit 0 without a file"
+    break
+  elif [ "$status" -eq 1 ]; then
+    [ "$(grep -c "Memory error" err.txt)" -eq 1 ] || fail "$limit KiB: not one Memory error line: $(cat err.txt)"
+    [ ! -e out.gif ] && [ ! -e out.gif.tmp ] || fail "$limit KiB: a file was left"
+    stage=$(grep -v "^lwmotio3" err.txt | grep -v "^Fontconfig" | tail -1)
+    case " $stages " in *" $stage "*) ;; *) stages="$stages $stage" ;; esac
+  else
+    fail "$limit KiB: exit $status: $(tail -3 err.txt)"
+  fi
+  rm -f out.gif out.gif.tmp
+  limit=$((limit + 100))
+done
+[ "$status" -eq 0 ] || fail "no limit up to 40000 KiB was enough"
+echo "ran out of memory while:$stages"
+echo "$failures failed"
+[ "$failures" -eq 0 ]
