@@ -11,3 +11,4 @@ int CliDescribe(int argc, char** argv);
 int CliSettings(int argc, char** argv);
 int CliRender(int argc, char** argv);
 int CliEffects(int argc, char** argv);
+int CliFill(int argc, char** argv);

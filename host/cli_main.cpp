@@ -12,6 +12,7 @@ constexpr CliCommand kCommands[] = {
     {"render", "render the current effect to an animated GIF (or PNG frames)", CliRender},
     {"effects", "list the effects by row", CliEffects},
     {"settings", "print the effective settings in LWMOTIO3.INI's format", CliSettings},
+    {"fill", "show or set the fill of a fill control", CliFill},
 };
 
 void PrintUsage(std::FILE* out) {
