@@ -12,3 +12,4 @@ int CliSettings(int argc, char** argv);
 int CliRender(int argc, char** argv);
 int CliEffects(int argc, char** argv);
 int CliFill(int argc, char** argv);
+int CliGallery(int argc, char** argv);
