@@ -51,23 +51,46 @@ struct Geometry {
   std::size_t At(int x, int y) const { return static_cast<std::size_t>(y) * width + x; }
 };
 
-// Fills the renumbering and the optimised palette and depth.
+void Draw(Screen* screen, const Geometry& geometry, const GifFrame& frame, bool plainIndices = true);
+void Dispose(Screen* screen, const Geometry& geometry, const GifFrame& frame);
+
+// Fills the renumbering and the optimised palette and depth. Colours are
+// numbered by the last picture that changes pixels to them, latest first, so
+// that the small images at the end of an animation need few bits; then by
+// how many pixels change to them, then by how often they are shown.
 void RenumberColours(const GifAnimation& plain, Geometry* geometry, GifAnimation* optimised) {
-  int sameAs[256];
   for (int index = 0; index < 256; ++index) {
-    sameAs[index] = 0;
-    while (std::memcmp(plain.palette + 3 * sameAs[index], plain.palette + 3 * index, 3) != 0) ++sameAs[index];
+    int first = 0;
+    while (std::memcmp(plain.palette + 3 * first, plain.palette + 3 * index, 3) != 0) ++first;
+    geometry->renumber[index] = static_cast<std::uint8_t>(first);
   }
+  std::size_t changes[256] = {};
   std::size_t uses[256] = {};
+  std::size_t lastChange[256] = {};
+  std::size_t number = 0;
   bool seeThrough = false;
+  Screen before(static_cast<std::size_t>(geometry->width) * geometry->height, kClear);
+  Screen picture = before;
   for (const GifFrame& frame : plain.frames) {
     seeThrough = seeThrough || frame.transparentIndex >= 0;
-    for (std::uint8_t index : frame.indices)
-      if (index != frame.transparentIndex) ++uses[sameAs[index]];
+    Draw(&picture, *geometry, frame);
+    for (std::size_t at = 0; at < picture.size(); ++at) {
+      if (picture[at] == kClear) continue;
+      ++uses[picture[at]];
+      if (picture[at] == before[at]) continue;
+      ++changes[picture[at]];
+      lastChange[picture[at]] = number;
+    }
+    ++number;
+    before = picture;
+    Dispose(&picture, *geometry, frame);
   }
   int order[256];
   for (int index = 0; index < 256; ++index) order[index] = index;
-  std::stable_sort(order, order + 256, [&](int a, int b) { return uses[a] > uses[b]; });
+  std::stable_sort(order, order + 256, [&](int a, int b) {
+    if (lastChange[a] != lastChange[b]) return lastChange[a] > lastChange[b];
+    return changes[a] != changes[b] ? changes[a] > changes[b] : uses[a] > uses[b];
+  });
   int shown = 0;
   std::uint8_t numberOf[256] = {};
   std::memset(optimised->palette, 0, sizeof optimised->palette);
@@ -75,7 +98,7 @@ void RenumberColours(const GifAnimation& plain, Geometry* geometry, GifAnimation
     numberOf[order[shown]] = static_cast<std::uint8_t>(shown);
     std::memcpy(optimised->palette + 3 * shown, plain.palette + 3 * order[shown], 3);
   }
-  for (int index = 0; index < 256; ++index) geometry->renumber[index] = numberOf[sameAs[index]];
+  for (int index = 0; index < 256; ++index) geometry->renumber[index] = numberOf[geometry->renumber[index]];
   // One more entry, free for transparency, where the pictures need it.
   int entries = std::min(256, shown + (seeThrough ? 1 : 0));
   optimised->depth = 1;
@@ -84,7 +107,7 @@ void RenumberColours(const GifAnimation& plain, Geometry* geometry, GifAnimation
 
 // An image drawn on the screen: its opaque pixels replace what is there. A
 // plain image's indices are renumbered on the way.
-void Draw(Screen* screen, const Geometry& geometry, const GifFrame& frame, bool plainIndices = true) {
+void Draw(Screen* screen, const Geometry& geometry, const GifFrame& frame, bool plainIndices) {
   for (int y = 0; y < frame.height; ++y) {
     const std::uint8_t* row = frame.indices.data() + static_cast<std::size_t>(y) * frame.width;
     std::int16_t* cell = screen->data() + geometry.At(frame.left, frame.top + y);
