@@ -198,19 +198,26 @@ std::size_t CutImage(const PlainReplay& replay, const Screen& screen, const Box&
   std::size_t count = static_cast<std::size_t>(image->width) * image->height;
   image->indices.resize(count);
   std::vector<std::uint8_t> others(count);
+  // The code size is that of the pixels as first chosen; an unchanged pixel
+  // may be drawn instead only with an index that fits it.
+  int highest = std::max(1, image->transparentIndex);
   std::size_t at = 0;
   for (int y = box.top; y < box.bottom; ++y)
     for (int x = box.left; x < box.right; ++x, ++at) {
       int want = replay.wanted[geometry.At(x, y)];
       int see = want == kClear ? transparent : want;
       bool unchanged = want == screen[geometry.At(x, y)] && rule != Unchanged::kDrawn;
-      int first = unchanged ? transparent : see;
-      int other = unchanged && rule == Unchanged::kTransparentOrDrawn ? see : first;
-      image->indices[at] = static_cast<std::uint8_t>(first);
-      others[at] = static_cast<std::uint8_t>(other);
+      image->indices[at] = static_cast<std::uint8_t>(unchanged ? transparent : see);
+      others[at] = static_cast<std::uint8_t>(see);
+      highest = std::max<int>(highest, image->indices[at]);
     }
-  int codeSize = GifCodeSizeFor(GifImageBits(*image));
-  return GifLzwEncodeChoosing(image->indices.data(), others.data(), count, codeSize, limit).size();
+  int bits = 1;
+  while ((1 << bits) <= highest) ++bits;
+  for (std::size_t i = 0; i < count; ++i)
+    if (others[i] >= 1 << bits || rule == Unchanged::kTransparent) others[i] = image->indices[i];
+  image->codeSize = GifCodeSizeFor(bits);
+  image->codes = GifLzwEncodeChoosing(image->indices.data(), others.data(), count, image->codeSize, limit);
+  return image->codes.size();
 }
 
 // The lowest index of the table that no changed pixel of the box needs, or -1.
@@ -266,7 +273,6 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
   optimised->frames.clear();
   optimised->width = geometry.width;
   optimised->height = geometry.height;
-  optimised->narrowCodes = true;
   RenumberColours(plain, &geometry, optimised);
 
   PlainReplay replay{plain, geometry, {}, {}, {}, {}, 0};

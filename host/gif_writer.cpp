@@ -128,6 +128,11 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
   PutWord(out, frame.height);
   out->push_back(0);  // no local table, not interlaced
 
+  if (!frame.codes.empty()) {
+    out->push_back(static_cast<std::uint8_t>(frame.codeSize));
+    PutSubBlocks(out, frame.codes.data(), frame.codes.size());
+    return;
+  }
   out->push_back(static_cast<std::uint8_t>(codeSize));
   std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize);
   PutSubBlocks(out, codes.data(), codes.size());
@@ -227,12 +232,6 @@ int GifTableBits(const GifAnimation& animation) {
 
 int GifCodeSizeFor(int bits) { return std::max(2, bits); }
 
-int GifImageBits(const GifFrame& frame) {
-  int highest = std::max(1, frame.transparentIndex);
-  for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
-  return BitsFor(highest);
-}
-
 std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
   return LzwCode(indices, nullptr, nullptr, count, minimumCodeSize, SIZE_MAX);
 }
@@ -250,7 +249,7 @@ std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
   // Comments go ahead of the first image, where every decoder reads them.
   for (const std::string& comment : animation.comments) PutComment(&out, comment);
   for (const GifFrame& frame : animation.frames)
-    PutFrame(&out, frame, GifCodeSizeFor(animation.narrowCodes ? GifImageBits(frame) : tableBits));
+    PutFrame(&out, frame, GifCodeSizeFor(tableBits));
   out.push_back(0x3B);
   return out;
 }

@@ -29,6 +29,10 @@ struct GifFrame {
   GifDisposal disposal;
   int left = 0;  // place on the logical screen
   int top = 0;
+  // The image already coded, at this LZW minimum code size; empty to code
+  // the indices when the file is made.
+  std::vector<std::uint8_t> codes{};
+  int codeSize = 0;
 };
 
 struct GifAnimation {
@@ -38,16 +42,10 @@ struct GifAnimation {
   std::uint8_t palette[768];  // 256 triples of red, green, blue
   std::vector<GifFrame> frames;
   std::vector<std::string> comments;
-  // Each image coded with the fewest bits its own indices need, rather than
-  // the bits of the whole table.
-  bool narrowCodes = false;
 };
 
 // The LZW minimum code size of an image whose indices are all below 2^bits.
 int GifCodeSizeFor(int bits);
-
-// The fewest bits that hold every index of the image, and its transparent index.
-int GifImageBits(const GifFrame& frame);
 
 // Bits of the table that a depth asks for: 1 to 8.
 int GifPaletteBits(int depth);
