@@ -1,9 +1,12 @@
 // lwmotio3 render: runs the selected effect as a Build would, from the same
 // settings file, and writes an animated GIF through the reference host, or
 // the effect's 24-bit frames as PNG files.
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -194,9 +197,14 @@ int WriteFrames(const Controls* dialog, HostRecord* host, const EffectEntry& eff
 }
 
 // Whether the output can be written, tried before the long run: the writer
-// goes through a temporary file beside the output.
+// goes through a temporary file beside the file it replaces, unless it
+// writes to standard output or to something other than a regular file.
 int CheckWritable(const std::string& output) {
-  std::string probe = output + ".tmp";
+  std::string target = GifWriteTarget(output);
+  if (target == "-") return isatty(fileno(stdout)) != 0 ? Fail("will not write a GIF to a terminal") : 0;
+  std::error_code error;
+  if (std::filesystem::exists(target, error) && !std::filesystem::is_regular_file(target, error)) return 0;
+  std::string probe = target + ".tmp";
   std::FILE* file = std::fopen(probe.c_str(), "wb");
   if (file == nullptr) return Fail("cannot write '" + output + "': " + std::strerror(errno));
   std::fclose(file);
@@ -210,7 +218,7 @@ int WriteAnimation(const ControlsSnapshot& snapshot, HostRecord* host, const Ren
   int complete = BuildAnimation(&snapshot.controls, host, options.testRun ? 1 : 0);
   if (complete != 0 && ReferenceHostCurrent().filesWritten == 1) return 0;
   // A failure the plug-in or the host has already told of needs no second line.
-  bool told = !snapshot.messages.empty() || ReferenceHostCurrent().lastStatus == "Memory error";
+  bool told = !snapshot.messages.empty() || ReferenceHostCurrent().failureReported;
   return told ? 1 : Fail("no animation was written");
 }
 

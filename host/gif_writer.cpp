@@ -1,9 +1,13 @@
 // GIF89a encoder: blocks, colour table and a variable-width LZW coder.
 #include "host/gif_writer.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -258,17 +262,54 @@ int GifWriteFile(const GifAnimation& animation, const std::string& path) {
   return GifWriteBytes(GifEncode(animation), path);
 }
 
-int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path) {
-  std::string temporary = path + ".tmp";
-  std::FILE* file = std::fopen(temporary.c_str(), "wb");
-  if (file == nullptr) return 0;
-  bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  written = std::fclose(file) == 0 && written;
+std::string GifWriteTarget(const std::string& path) {
+  if (path == "-") return path;
   std::error_code error;
-  if (written) std::filesystem::rename(temporary, path, error);
-  if (!written || error) {
-    std::filesystem::remove(temporary, error);
+  std::filesystem::path target = path;
+  for (int hops = 0; hops < 40 && std::filesystem::is_symlink(target, error); ++hops) {
+    std::filesystem::path link = std::filesystem::read_symlink(target, error);
+    if (error) break;
+    target = link.is_absolute() ? link : target.parent_path() / link;
+  }
+  return target.string();
+}
+
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path, std::string* error) {
+  auto fail = [error](const std::string& why) {
+    if (error != nullptr) *error = why;
     return 0;
+  };
+  std::string target = GifWriteTarget(path);
+  if (target == "-") {
+    if (isatty(fileno(stdout)) != 0) return fail("standard output is a terminal");
+    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0)
+      return fail(std::strerror(errno));
+    return 1;
+  }
+  std::error_code status;
+  if (std::filesystem::exists(target, status) && !std::filesystem::is_regular_file(target, status)) {
+    std::FILE* file = std::fopen(target.c_str(), "wb");
+    if (file == nullptr) return fail(std::strerror(errno));
+    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
+    int saved = errno;
+    if (std::fclose(file) != 0 && written) return fail(std::strerror(errno));
+    return written ? 1 : fail(std::strerror(saved));
+  }
+  std::string temporary = target + ".tmp";
+  std::FILE* file = std::fopen(temporary.c_str(), "wb");
+  if (file == nullptr) return fail(std::strerror(errno));
+  bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
+  int saved = errno;
+  if (std::fclose(file) != 0 && written) {
+    written = false;
+    saved = errno;
+  }
+  std::error_code renamed;
+  if (written) std::filesystem::rename(temporary, target, renamed);
+  if (!written || renamed) {
+    std::error_code ignored;
+    std::filesystem::remove(temporary, ignored);
+    return fail(written ? renamed.message() : std::strerror(saved));
   }
   return 1;
 }

@@ -74,6 +74,15 @@ std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std:
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
 
 // Writes the file through a temporary file beside path that is renamed over
-// path on success and removed on failure. 1 on success, 0 on failure.
+// path on success and removed on failure, so a failed write leaves what was
+// there. A path that is a symbolic link is written through: the file it
+// names is replaced and the link stays. A path that names something other
+// than a regular file (a device, a pipe) is written directly, and "-" is
+// standard output, refused when that is a terminal. 1 on success; 0 on
+// failure, with why in error when it is given.
 int GifWriteFile(const GifAnimation& animation, const std::string& path);
-int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path);
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path, std::string* error = nullptr);
+
+// The file a write to path replaces: path itself, or what its symbolic
+// links lead to. "-" stays as it is.
+std::string GifWriteTarget(const std::string& path);

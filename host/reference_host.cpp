@@ -75,6 +75,10 @@ void ReadIndices(const DibHead* head, const GifAnimation& animation, GifFrame* f
   std::unordered_map<std::int32_t, std::uint8_t> nearest;
   frame->indices.resize(static_cast<std::size_t>(frame->width) * frame->height);
   std::uint8_t* out = frame->indices.data();
+  if (head->biBitCount == 8) {  // the usual case: whole rows of indices
+    for (int y = 0; y < frame->height; ++y, out += frame->width) std::memcpy(out, DibRow(head, y), frame->width);
+    return;
+  }
   for (int y = 0; y < frame->height; ++y) {
     for (int x = 0; x < frame->width; ++x) {
       std::int32_t value = DibGetPixel(head, x, y);
@@ -149,9 +153,11 @@ std::int64_t CloseTask(bool complete) {
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
-    result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath);
+    std::string error;
+    result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath, &error);
     if (result != 0) gHost.filesWritten += 1;
-    ReportStatus((result != 0 ? "Wrote " : "Could not write ") + gHost.outputPath);
+    gHost.failureReported = result == 0;
+    ReportStatus(result != 0 ? "Wrote " + gHost.outputPath : "Could not write " + gHost.outputPath + ": " + error);
   }
   gHost.animation = GifAnimation{};
   return result;
@@ -206,6 +212,7 @@ std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::in
   } catch (const std::bad_alloc&) {
     gHost.taskOpen = false;
     gHost.animation = GifAnimation{};
+    gHost.failureReported = true;
     ReportStatus("Memory error");
     return 0;
   }

@@ -28,6 +28,7 @@ struct ReferenceHost {
   int filesWritten;
   std::vector<std::uint32_t> codes;  // every code received, in order
   std::string lastStatus;
+  bool failureReported;  // the host has told of a failure of its own
   GifAnimation animation;  // the open task's frames so far
 };
 
