@@ -59,6 +59,7 @@ int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, Dib
 }
 
 int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y) {
+  if (fill == nullptr) return 0;
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
@@ -66,10 +67,33 @@ int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHe
   return 1;
 }
 
-int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y) {
+int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y) {
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeOutline(picture, colour, maskLock.head);
+  return 1;
+}
+
+namespace {
+
+int CompositeOutlineMask(const TextFrame& frame, DibHead* picture, int x, int y, int shiftLeft) {
   DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
-  CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  if (shiftLeft != 0)
+    CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  else
+    CompositeOutline(picture, frame.look.outlineColour, maskLock.head);
   return 1;
+}
+
+}  // namespace
+
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y) {
+  return CompositeOutlineMask(frame, picture, x, y, 1);
+}
+
+int TextFrameCompositeOutline(const TextFrame& frame, DibHead* picture, int x, int y) {
+  return CompositeOutlineMask(frame, picture, x, y, 0);
 }

@@ -42,8 +42,13 @@ enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
 int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
                              int y, ShadowFillPlace place);
 // The text step: fill (fixed to the frame) through the text mask at (x, y)
-// at the fill's level. 0 on failure.
+// at the fill's level. 0 on failure or without a fill.
 int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
+// The text step in one colour through the text mask at (x, y) at the fill's
+// level. 0 on failure.
+int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y);
 // The outline step, the outline colour one pixel to the left of its mask
 // with the text's left top at (x, y). 0 on failure.
 int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y);
+// The outline step with the outline where its mask lies. 0 on failure.
+int TextFrameCompositeOutline(const TextFrame& frame, DibHead* picture, int x, int y);
