@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "effects/effect.h"
 #include "plugin/controls.h"
 #include "raster/dib.h"
 
@@ -29,6 +30,11 @@ struct SharedControls {
 };
 
 void ReadSharedControls(const Controls* dialog, SharedControls* shared);
+
+// The text control into text (room for kEffectTextLimit + 2 bytes), for an
+// effect that keeps its text in its record. A blank is appended if always is
+// set or there is any text. Returns the length without that blank.
+int ReadRecordText(const Controls* dialog, char* text, int always);
 
 // Ids of an effect's look controls; 0 where the panel has no such control.
 struct PanelLookIds {
@@ -92,6 +98,15 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// As CompositeOutline, with each mask value first scaled to m * level / 255:
+// the outline fades with the text.
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+
+// Appends a finished frame with the delay and no transparency; on failure
+// frees the image and returns 0.
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+// Calls the generator and appends its frame with the delay: 0 if either fails.
+int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);

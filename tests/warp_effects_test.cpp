@@ -1,0 +1,104 @@
+// Doppler, Mirage and Anaconda against the headless dialog after start-up
+// with the compiled-in settings, on a short text in a small font.
+#include <set>
+#include <vector>
+
+#include "effects/effect.h"
+#include "plugin/controls_startup.h"
+#include "tests/text_test_support.h"
+
+namespace {
+
+constexpr int kRolling = 32;
+constexpr int kPause = 33;
+
+class WarpEffect : public GdiStarted {
+ protected:
+  void SetUp() override {
+    SettingsReset();
+    SnapshotInit(&snapshot_);
+    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
+    SnapshotSetText(&snapshot_, 23, "Hq");
+    SnapshotSetNumber(&snapshot_, 28, 20);
+    SnapshotSetNumber(&snapshot_, kPause, 50);
+    context_.dialog = &snapshot_.controls;
+    context_.frames = &frames_;
+  }
+  void TearDown() override {
+    FrameListFree(&frames_);
+    SnapshotClear(&snapshot_);
+  }
+
+  // Builds row's effect afresh; the frames' pictures and delays.
+  void Build(int row) {
+    FrameListFree(&frames_);
+    context_.flags = 0;
+    ASSERT_EQ(EffectTable[row].build(&context_), 1);
+    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
+    pictures_.clear();
+    delays_.clear();
+    for (int i = 0; i < frames_.count; ++i) {
+      DibOwner copy(DibClone(records[i].image));
+      pictures_.push_back(TakePixels(copy.release()));
+      delays_.push_back(records[i].delay);
+    }
+    MemUnlock(frames_.records);
+  }
+
+  Pixels Preview(int row) {
+    context_.flags = 0;
+    EffectTable[row].preview(&context_);
+    return TakePixels(context_.previewBitmap);
+  }
+
+  static std::set<std::int32_t> Colours(const Pixels& pixels) {
+    return {pixels.values.begin(), pixels.values.end()};
+  }
+
+  ControlsSnapshot snapshot_;
+  FrameList frames_{};
+  EffectContext context_{};
+  std::vector<Pixels> pictures_;
+  std::vector<std::uint32_t> delays_;
+};
+
+// Mirage -------------------------------------------------------------------------------------
+
+constexpr int kMirage = 12;
+
+// Frames 8 and 9 both give n = 4: four fading in, the sharp rest, four
+// fading out and the blank rest, the two rests holding the pause.
+TEST_F(WarpEffect, MirageMakesTwoHalvesAndTwoRestsFromAnyFramesSetting) {
+  for (int setting : {8, 9}) {
+    SnapshotSetNumber(&snapshot_, 414, setting);
+    Build(kMirage);
+    ASSERT_EQ(pictures_.size(), 10u) << setting;
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(delays_[i], i == 4 || i == 9 ? 58u : 8u) << i;
+  }
+  // The first frame's text has level 0 and the last frame is blank: both
+  // show the background alone, outline included.
+  EXPECT_EQ(Colours(pictures_[0]), std::set<std::int32_t>{0x996633});
+  EXPECT_EQ(Colours(pictures_[9]), std::set<std::int32_t>{0x996633});
+  EXPECT_GT(Colours(pictures_[1]).size(), 1u);
+
+  // The rest is the sharp text at full strength, as a still build gives it.
+  Pixels rest = pictures_[4];
+  SnapshotSetCheck(&snapshot_, kRolling, 0);
+  Build(kMirage);
+  ASSERT_EQ(pictures_.size(), 1u);
+  EXPECT_EQ(pictures_[0].values, rest.values);
+  EXPECT_EQ(delays_[0], 8u);
+}
+
+// The frame is wider than the text by twice the range, the text in the
+// middle of that room.
+TEST_F(WarpEffect, MirageFrameMakesRoomForTheWaves) {
+  SnapshotSetNumber(&snapshot_, 416, 8);
+  Pixels narrow = Preview(kMirage);
+  SnapshotSetNumber(&snapshot_, 416, 80);
+  Pixels wide = Preview(kMirage);
+  EXPECT_EQ(wide.width - narrow.width, 2 * 80 - 2 * 8);
+  EXPECT_EQ(wide.height, narrow.height);
+}
+
+}  // namespace
