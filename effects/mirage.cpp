@@ -1,7 +1,7 @@
 #include "effects/mirage.h"
 
 #include "effects/shimmer.h"
-#include "effects/text_frame.h"
+#include "effects/warped_text.h"
 #include "plugin/host_call.h"
 
 namespace {
@@ -15,33 +15,6 @@ constexpr int kFine = 4;  // the shimmer works at four times the height
 
 constexpr int kPreviewTotal = 255;
 constexpr int kPreviewIndex = 128;
-
-// The text's fill through the shimmered text mask; a fill other than a
-// solid colour shimmers with the letters.
-int CompositeText(const Controls* dialog, const TextFrame& frame, DibHead* picture, const float* table,
-                  int amplitude, int level) {
-  const int count = kFine * frame.size.height;
-  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
-  if (fill != nullptr && FillIsSolid(dialog, kFillId) == 0) fill.reset(Shimmer(fill.get(), table, amplitude, count));
-  DibOwner mask(TextFrameMask(frame, frame.pad + amplitude / 2, frame.pad, level));
-  if (mask != nullptr) mask.reset(Shimmer(mask.get(), table, amplitude, count));
-  DibLock fillLock(fill.get());
-  DibLock maskLock(mask.get());
-  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFill(picture, fillLock.head, maskLock.head);
-  return 1;
-}
-
-// The outline shimmers with the text and fades with it.
-int CompositeOutlineOf(const TextFrame& frame, DibHead* picture, const float* table, int amplitude, int level) {
-  DibOwner mask(TextOutlineMask(frame.style, frame.pad + amplitude / 2, frame.pad, frame.text, frame.size.width,
-                                frame.size.height, frame.advances));
-  if (mask != nullptr) mask.reset(Shimmer(mask.get(), table, amplitude, kFine * frame.size.height));
-  DibLock maskLock(mask.get());
-  if (maskLock.head == nullptr) return 0;
-  CompositeOutlineFaded(picture, frame.look.outlineColour, maskLock.head, level);
-  return 1;
-}
 
 }  // namespace
 
@@ -57,11 +30,16 @@ DibHandle MirageGenerate(EffectContext* context) {
   DibLock pictureLock(picture.get());
   if (pictureLock.head == nullptr) return nullptr;
   float fraction = static_cast<float>(extra->index) / static_cast<float>(extra->total);
-  std::unique_ptr<float[]> table = MakeMirageTable(kFine * frame.size.height, fraction, extra->strength);
+  const int count = kFine * frame.size.height;
+  std::unique_ptr<float[]> table = MakeMirageTable(count, fraction, extra->strength);
   if (table == nullptr) return nullptr;
-  if (CompositeText(dialog, frame, pictureLock.head, table.get(), amplitude, extra->level) == 0) return nullptr;
+  const WarpSpec spec = {Shimmer, table.get(), amplitude, count};
+  const int x = frame.pad + amplitude / 2;
+  if (CompositeWarpedText(dialog, frame, pictureLock.head, kFillId, x, frame.pad, extra->level, spec) == 0)
+    return nullptr;
+  // The outline fades with the text.
   if (frame.look.outlineOn != 0 &&
-      CompositeOutlineOf(frame, pictureLock.head, table.get(), amplitude, extra->level) == 0)
+      CompositeWarpedOutline(frame, pictureLock.head, x, frame.pad, extra->level, spec) == 0)
     return nullptr;
   return picture.release();
 }

@@ -3,6 +3,7 @@
 #include <set>
 #include <vector>
 
+#include "effects/anaconda.h"
 #include "effects/effect.h"
 #include "plugin/controls_startup.h"
 #include "tests/text_test_support.h"
@@ -99,6 +100,41 @@ TEST_F(WarpEffect, MirageFrameMakesRoomForTheWaves) {
   Pixels wide = Preview(kMirage);
   EXPECT_EQ(wide.width - narrow.width, 2 * 80 - 2 * 8);
   EXPECT_EQ(wide.height, narrow.height);
+}
+
+// Anaconda ------------------------------------------------------------------------------------
+
+constexpr int kAnaconda = 0;
+
+// Frames 8 and 9 both give four frames; the loop never pauses.
+TEST_F(WarpEffect, AnacondaHalvesTheFramesSettingWithoutPause) {
+  for (int setting : {8, 9}) {
+    SnapshotSetNumber(&snapshot_, 453, setting);
+    Build(kAnaconda);
+    EXPECT_EQ(delays_, std::vector<std::uint32_t>(4, 8u)) << setting;
+  }
+  EXPECT_NE(pictures_[0].values, pictures_[1].values);
+}
+
+// One turn of the wave: step n is step 0 again, so the loop closes.
+TEST_F(WarpEffect, AnacondaWaveClosesAfterOneTurn) {
+  WaveExtra extra{5, 0, "Hq "};
+  context_.extra = &extra;
+  Pixels first = TakePixels(AnacondaGenerate(&context_));
+  extra.index = 5;
+  EXPECT_EQ(TakePixels(AnacondaGenerate(&context_)).values, first.values);
+  extra.index = 2;
+  EXPECT_NE(TakePixels(AnacondaGenerate(&context_)).values, first.values);
+}
+
+// The room for the wave: an eighth of the amplitude across, half of it below.
+TEST_F(WarpEffect, AnacondaFrameGrowsWithTheRange) {
+  SnapshotSetNumber(&snapshot_, 455, 8);
+  Pixels low = Preview(kAnaconda);
+  SnapshotSetNumber(&snapshot_, 455, 60);
+  Pixels high = Preview(kAnaconda);
+  EXPECT_EQ(high.width - low.width, 120 / 8 - 16 / 8);
+  EXPECT_EQ(high.height - low.height, 120 / 2 - 16 / 2);
 }
 
 }  // namespace
