@@ -2,6 +2,7 @@
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
 #include "effects/anaconda.h"
+#include "effects/doppler.h"
 #include "effects/effect.h"
 #include "effects/mirage.h"
 #include "effects/simple.h"
@@ -144,7 +145,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Background Mural", nullptr, nullptr, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
     {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
-    {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
+    {"Doppler", DopplerPreview, DopplerBuild, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "effects/anaconda.h"
+#include "effects/doppler.h"
 #include "effects/effect.h"
 #include "plugin/controls_startup.h"
 #include "tests/text_test_support.h"
@@ -62,6 +63,44 @@ class WarpEffect : public GdiStarted {
   std::vector<Pixels> pictures_;
   std::vector<std::uint32_t> delays_;
 };
+
+// Doppler ------------------------------------------------------------------------------------
+
+constexpr int kDoppler = 6;
+
+// Range 75 over 10 frames: from 25 per cent up to the text's own size in
+// five steps, then on toward 150 while fading, all in double precision.
+TEST(DopplerSteps, GrowToOwnSizeThenOnWhileFading) {
+  EXPECT_EQ(DopplerStep(0, 10, 25, 150).scale, 25);
+  EXPECT_EQ(DopplerStep(0, 10, 25, 150).level, 0);
+  EXPECT_EQ(DopplerStep(4, 10, 25, 150).scale, 85);
+  EXPECT_EQ(DopplerStep(4, 10, 25, 150).level, 204);
+  EXPECT_EQ(DopplerStep(5, 10, 25, 150).level, 255);
+  EXPECT_EQ(DopplerStep(9, 10, 25, 150).scale, 140);
+  EXPECT_EQ(DopplerStep(9, 10, 25, 150).level, 50);  // (1 - 4 / 5.0) * 255 is just below 51
+  EXPECT_EQ(DopplerStep(0, 1, 25, 150).level, 255);  // no half: drawn at full strength
+}
+
+// Frames frames without pause; the middle one is the still frame, the
+// first is background alone.
+TEST_F(WarpEffect, DopplerMiddleFrameIsTheStillText) {
+  SnapshotSetNumber(&snapshot_, 328, 10);
+  Build(kDoppler);
+  EXPECT_EQ(delays_, std::vector<std::uint32_t>(10, 8u));
+  EXPECT_EQ(Colours(pictures_[0]), std::set<std::int32_t>{0xCCCCCC});
+  Pixels middle = pictures_[5];
+  EXPECT_NE(pictures_[4].values, middle.values);
+
+  SnapshotSetCheck(&snapshot_, kRolling, 0);
+  Build(kDoppler);
+  ASSERT_EQ(pictures_.size(), 1u);
+  EXPECT_EQ(pictures_[0].values, middle.values);
+  EXPECT_EQ(Preview(kDoppler).values, middle.values);
+
+  SnapshotSetText(&snapshot_, 23, "");
+  EXPECT_EQ(Preview(kDoppler).width, 0);
+  EXPECT_EQ(EffectTable[kDoppler].build(&context_), 0);
+}
 
 // Mirage -------------------------------------------------------------------------------------
 
