@@ -35,29 +35,39 @@ DibHandle Reference(DibHandle bitmap, const std::vector<std::int32_t>& shifts, L
   return DibResize(moved.get(), 25, 25);
 }
 
-// A picture of random bytes with blank margins, as a text mask has them.
-DibHandle NoisePicture(int width, int height, int depth, unsigned seed) {
+// A picture of random bytes inside the box from (left, top) to (right,
+// bottom), blank around it, as a text mask is.
+DibHandle NoisePicture(int width, int height, int depth, unsigned seed, DibRect box) {
   DibHandle dib = DibNew(width, height, nullptr, depth);
   DibLock lock(dib);
   std::mt19937 random(seed);
-  for (int y = 2; y < height - 2; ++y)
-    for (int x = 3; x < width - 3; ++x) DibPutPixel(lock.head, x, y, random() & 0xFFFFFF);
+  for (int y = box.top; y < box.bottom; ++y)
+    for (int x = box.left; x < box.right; ++x) DibPutPixel(lock.head, x, y, random() & 0xFFFFFF);
   return dib;
 }
 
+DibHandle NoisePicture(int width, int height, int depth, unsigned seed) {
+  return NoisePicture(width, height, depth, seed, DibRect{3, 2, width - 3, height - 2});
+}
+
+// Pictures filled to near their edges, a small patch far from them, and a
+// blank one; shifts that leave lines in place, move them out partly and
+// move them out whole.
 TEST(LineShift, MatchesThePlainReferenceIncludingShiftsPastTheEdge) {
   std::mt19937 random(7);
+  const DibRect patches[] = {{3, 2, 38, 25}, {17, 11, 24, 14}, {0, 0, 0, 0}};
   for (int depth : {8, 24}) {
-    for (LineAxis axis : {LineAxis::kRows, LineAxis::kColumns}) {
-      DibOwner picture(NoisePicture(23, 11, depth, depth));
-      int lines = axis == LineAxis::kRows ? 4 * 11 : 4 * 23;
-      std::vector<std::int32_t> shifts(lines);
-      for (auto& shift : shifts) shift = static_cast<std::int32_t>(random() % 121) - 60;
-      shifts[0] = 4 * 23 + 5;  // past the far edge: the line is dropped
-      shifts[1] = -4 * 23;
-      EXPECT_EQ(PixelsOf(DibShiftLinesFine(picture.get(), shifts.data(), axis)),
-                PixelsOf(Reference(picture.get(), shifts, axis)))
-          << depth << " " << static_cast<int>(axis);
+    for (const DibRect& patch : patches) {
+      for (LineAxis axis : {LineAxis::kRows, LineAxis::kColumns}) {
+        DibOwner picture(NoisePicture(41, 27, depth, depth, patch));
+        int lines = axis == LineAxis::kRows ? 4 * 27 : 4 * 41;
+        std::vector<std::int32_t> shifts(lines);
+        for (auto& shift : shifts) shift = static_cast<std::int32_t>(random() % 161) - 80;
+        for (int i = 0; i < lines; i += 7) shifts[i] = i % 2 == 0 ? 4 * 41 : -4 * 41;
+        EXPECT_EQ(PixelsOf(DibShiftLinesFine(picture.get(), shifts.data(), axis)),
+                  PixelsOf(Reference(picture.get(), shifts, axis)))
+            << depth << " " << patch.left << " " << static_cast<int>(axis);
+      }
     }
   }
 }
