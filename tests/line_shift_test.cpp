@@ -102,8 +102,9 @@ TEST(MirageTable, ThreeHarmonicsFallingByPoint777AndHalf) {
   EXPECT_NEAR(table[2], 0.0, 1e-6);
   // The fraction moves each harmonic's phase by fraction * 360 * its amplitude.
   auto moved = MakeMirageTable(4, 0.25f, 0.5f);
-  double expect = 0.5 * std::sin(45.0 * M_PI / 180) + 0.3885 * std::sin(0.25 * 360 * 0.3885 * M_PI / 180) +
-                  0.19425 * std::sin(0.25 * 360 * 0.19425 * M_PI / 180);
+  const double degree = 3.141592653589793 / 180;
+  double expect = 0.5 * std::sin(45.0 * degree) + 0.3885 * std::sin(0.25 * 360 * 0.3885 * degree) +
+                  0.19425 * std::sin(0.25 * 360 * 0.19425 * degree);
   EXPECT_NEAR(moved[0], expect, 1e-6);
 }
 
