@@ -115,16 +115,14 @@ int DopplerPreview(EffectContext* context) {
   zoom.frames = 1;
   context->flags |= kEffectFlagPreview;
   MemFree(DopplerGenerate(context));  // makes the mask and the fill
-  context->previewBitmap = DopplerGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &zoom, DopplerGenerate);
 }
 
 // Frames frames without pause; the text stands at its own size and full
 // strength in the frame at index Frames / 2.
 int DopplerBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  const BuildTiming timing = ReadBuildTiming(dialog);
   ZoomExtra zoom{};
   ZoomRecordGuard guard{&zoom};
   const int length = StartRecord(context, &zoom);
@@ -132,16 +130,16 @@ int DopplerBuild(EffectContext* context) {
   if (first == nullptr) return 0;
   MemFree(first);
 
-  if (rolling == 0) {
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagPreview;
     zoom.frames = 1;
     zoom.index = 0;
-    return AppendGeneratedFrame(context, DopplerGenerate, delay);
+    return AppendGeneratedFrame(context, DopplerGenerate, timing.delay);
   }
   zoom.frames = ReadControlInt(dialog, kFramesId);
   for (int i = 0; i < zoom.frames; ++i) {
     zoom.index = i;
-    if (AppendGeneratedFrame(context, DopplerGenerate, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, DopplerGenerate, timing.delay) == 0) return 0;
     // The progress stays where it is in this effect.
     HostProgress(context->host, 0, static_cast<int>(std::strlen(zoom.text)));
   }

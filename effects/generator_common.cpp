@@ -151,3 +151,15 @@ int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectCon
   DibHandle image = generate(context);
   return image != nullptr ? AppendEffectFrame(context, image, delay) : 0;
 }
+
+BuildTiming ReadBuildTiming(const Controls* dialog) {
+  return {ControlChecked(dialog, kIdRolling), static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay)),
+          static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause))};
+}
+
+int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*)) {
+  context->flags |= kEffectFlagPreview;
+  context->extra = extra;
+  context->previewBitmap = generate(context);
+  return 1;
+}

@@ -108,5 +108,17 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // Appends a finished frame with the delay and no transparency; on failure
 // frees the image and returns 0.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+// What every build callback reads first.
+struct BuildTiming {
+  int rolling;          // MainRolling: 1 animates, 0 makes one still frame
+  std::uint32_t delay;  // MainDelay, of every frame
+  std::uint32_t pause;  // MainPause, added where the animation rests
+};
+BuildTiming ReadBuildTiming(const Controls* dialog);
+
+// The preview's one call: sets the preview bit and the record, and leaves
+// the generator's picture in previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*));
+
 // Calls the generator and appends its frame with the delay: 0 if either fails.
 int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);

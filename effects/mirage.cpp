@@ -3,6 +3,7 @@
 #include "effects/shimmer.h"
 #include "effects/warped_text.h"
 #include "plugin/host_call.h"
+#include "raster/line_shift.h"
 
 namespace {
 
@@ -11,10 +12,6 @@ constexpr int kFillId = 410;
 constexpr int kBackgroundId = 412;
 constexpr int kFramesId = 414;
 constexpr int kRangeId = 416;
-constexpr int kFine = 4;  // the shimmer works at four times the height
-
-constexpr int kPreviewTotal = 255;
-constexpr int kPreviewIndex = 128;
 
 }  // namespace
 
@@ -26,35 +23,23 @@ DibHandle MirageGenerate(EffectContext* context) {
   TextFrameMeasureText(dialog, kMirageLook, extra->text, &frame);
   frame.size.width += amplitude;  // room for the waves on both sides
 
-  DibOwner picture(RenderFillOf(dialog, kBackgroundId, frame.size.width, frame.size.height));
-  DibLock pictureLock(picture.get());
-  if (pictureLock.head == nullptr) return nullptr;
   float fraction = static_cast<float>(extra->index) / static_cast<float>(extra->total);
-  const int count = kFine * frame.size.height;
+  const int count = kLineShiftFine * frame.size.height;
   std::unique_ptr<float[]> table = MakeMirageTable(count, fraction, extra->strength);
-  if (table == nullptr) return nullptr;
-  const WarpSpec spec = {Shimmer, table.get(), amplitude, count};
-  const int x = frame.pad + amplitude / 2;
-  if (CompositeWarpedText(dialog, frame, pictureLock.head, kFillId, x, frame.pad, extra->level, spec) == 0)
-    return nullptr;
-  // The outline fades with the text.
-  if (frame.look.outlineOn != 0 &&
-      CompositeWarpedOutline(frame, pictureLock.head, x, frame.pad, extra->level, spec) == 0)
-    return nullptr;
-  return picture.release();
+  // The text stands in the middle of its room; the outline fades with it.
+  const WarpedTextPlan plan = {kFillId,     kBackgroundId, frame.pad + amplitude / 2,
+                               frame.pad,   extra->level,  {Shimmer, table.get(), amplitude, count}};
+  return DrawWarpedText(dialog, frame, plan);
 }
 
 int MiragePreview(EffectContext* context) {
   MirageExtra extra{};
-  extra.total = kPreviewTotal;
-  extra.index = kPreviewIndex;
+  extra.total = kWarpPreviewTotal;
+  extra.index = kWarpPreviewIndex;
   extra.level = 255;
   extra.strength = 1.0f;
   ReadRecordText(context->dialog, extra.text, 0);
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = MirageGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, MirageGenerate);
 }
 
 // Fades in over n frames, rests on the sharp text, fades out over n frames
@@ -62,20 +47,18 @@ int MiragePreview(EffectContext* context) {
 // 2 n + 1. The phase index runs 0 to n - 1 in both fades.
 int MirageBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
+  const BuildTiming timing = ReadBuildTiming(dialog);
   const int n = ReadControlInt(dialog, kFramesId) / 2;
 
   MirageExtra extra{};
   ReadRecordText(dialog, extra.text, 1);
   extra.total = n;
   context->extra = &extra;
-  if (rolling == 0) {
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagStill;
     extra.level = 255;
     extra.strength = 0.0f;
-    return AppendGeneratedFrame(context, MirageGenerate, delay);
+    return AppendGeneratedFrame(context, MirageGenerate, timing.delay);
   }
 
   const int progressTotal = 2 * n + 1;
@@ -84,20 +67,20 @@ int MirageBuild(EffectContext* context) {
     extra.index = i;
     extra.level = 255 * i / n;
     extra.strength = static_cast<float>(1.0 - (i + 1.0) / steps);
-    if (AppendGeneratedFrame(context, MirageGenerate, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, MirageGenerate, timing.delay) == 0) return 0;
     HostProgress(context->host, i, progressTotal);
   }
   extra.level = 255;
   extra.strength = 0.0f;
-  if (AppendGeneratedFrame(context, MirageGenerate, pause + delay) == 0) return 0;
+  if (AppendGeneratedFrame(context, MirageGenerate, timing.pause + timing.delay) == 0) return 0;
   for (int i = 0; i < n; ++i) {
     extra.index = i;
     extra.level = 255 - 255 * (i + 1) / n;
     extra.strength = static_cast<float>((i + 1.0) / steps);
-    if (AppendGeneratedFrame(context, MirageGenerate, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, MirageGenerate, timing.delay) == 0) return 0;
     HostProgress(context->host, n + 1 + i, progressTotal);
   }
   extra.level = 0;
   extra.strength = 1.0f;
-  return AppendGeneratedFrame(context, MirageGenerate, pause + delay);
+  return AppendGeneratedFrame(context, MirageGenerate, timing.pause + timing.delay);
 }

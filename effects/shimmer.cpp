@@ -8,7 +8,6 @@
 namespace {
 
 constexpr double kPi = 3.141592653589793;
-constexpr int kFine = 4;  // the enlargement the rows are moved at
 
 // One harmonic: cycles turns over the table, its phase moving at the rate
 // of its own amplitude.
@@ -35,13 +34,5 @@ std::unique_ptr<float[]> MakeMirageTable(int count, float fraction, float streng
 }
 
 DibHandle Shimmer(DibHandle bitmap, const float* table, int amplitude, int count) {
-  int width = 0;
-  int height = 0;
-  if (DibSizeOf(bitmap, &width, &height) == 0 || count < 1) return nullptr;
-  const int rows = kFine * height;
-  std::unique_ptr<std::int32_t[]> shifts(new (std::nothrow) std::int32_t[rows > 0 ? rows : 1]);
-  if (shifts == nullptr) return nullptr;
-  for (int y = 0; y < rows; ++y)
-    shifts[y] = static_cast<std::int32_t>(static_cast<float>(amplitude) * table[y < count ? y : count - 1]);
-  return DibShiftLinesFine(bitmap, shifts.get(), LineAxis::kRows);
+  return DibShiftLinesByTable(bitmap, table, count, amplitude, LineAxis::kRows);
 }

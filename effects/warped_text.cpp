@@ -31,3 +31,15 @@ int CompositeWarpedOutline(const TextFrame& frame, DibHead* picture, int x, int 
   CompositeOutlineFaded(picture, frame.look.outlineColour, maskLock.head, fade);
   return 1;
 }
+
+DibHandle DrawWarpedText(const Controls* dialog, const TextFrame& frame, const WarpedTextPlan& plan) {
+  DibOwner picture(RenderFillOf(dialog, plan.backgroundId, frame.size.width, frame.size.height));
+  DibLock pictureLock(picture.get());
+  if (pictureLock.head == nullptr || plan.spec.table == nullptr) return nullptr;
+  if (CompositeWarpedText(dialog, frame, pictureLock.head, plan.fillId, plan.x, plan.y, plan.level, plan.spec) == 0)
+    return nullptr;
+  if (frame.look.outlineOn != 0 &&
+      CompositeWarpedOutline(frame, pictureLock.head, plan.x, plan.y, plan.level, plan.spec) == 0)
+    return nullptr;
+  return picture.release();
+}

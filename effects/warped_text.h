@@ -22,3 +22,21 @@ int CompositeWarpedText(const Controls* dialog, const TextFrame& frame, DibHead*
 // The outline colour through the warped outline mask at (x, y), each mask
 // value scaled by fade / 255.
 int CompositeWarpedOutline(const TextFrame& frame, DibHead* picture, int x, int y, int fade, const WarpSpec& spec);
+
+// The phase both warped effects preview at: index 128 of 255.
+constexpr int kWarpPreviewTotal = 255;
+constexpr int kWarpPreviewIndex = 128;
+
+// Where and how a warped text is drawn.
+struct WarpedTextPlan {
+  int fillId;
+  int backgroundId;
+  int x;  // the text's left top
+  int y;
+  int level;  // of the text, and the fade of the outline
+  WarpSpec spec;
+};
+
+// The frame: the background fill, the warped text and, with the outline on,
+// the warped outline. A new 24-bit bitmap of the frame's size, or null.
+DibHandle DrawWarpedText(const Controls* dialog, const TextFrame& frame, const WarpedTextPlan& plan);

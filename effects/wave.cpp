@@ -9,7 +9,6 @@ namespace {
 
 constexpr double kPi = 3.141592653589793;
 constexpr double kDownward = 0.78;  // keeps the wave mostly below the text
-constexpr int kFine = 4;            // the enlargement the columns are moved at
 
 }  // namespace
 
@@ -25,14 +24,7 @@ std::unique_ptr<float[]> MakeWaveTable(int count, float fraction) {
   return table;
 }
 
+// A table value of -1 moves a column amplitude fine pixels down.
 DibHandle Wave(DibHandle bitmap, const float* table, int amplitude, int count) {
-  int width = 0;
-  int height = 0;
-  if (DibSizeOf(bitmap, &width, &height) == 0 || count < 1) return nullptr;
-  const int columns = kFine * width;
-  std::unique_ptr<std::int32_t[]> shifts(new (std::nothrow) std::int32_t[columns > 0 ? columns : 1]);
-  if (shifts == nullptr) return nullptr;
-  for (int x = 0; x < columns; ++x)
-    shifts[x] = -static_cast<std::int32_t>(static_cast<float>(amplitude) * table[x < count ? x : count - 1]);
-  return DibShiftLinesFine(bitmap, shifts.get(), LineAxis::kColumns);
+  return DibShiftLinesByTable(bitmap, table, count, -amplitude, LineAxis::kColumns);
 }

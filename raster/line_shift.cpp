@@ -9,12 +9,14 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 
 #include "raster/resample.h"
 
 namespace {
 
-constexpr int kFine = 4;  // the enlargement, as a factor
+constexpr int kFine = kLineShiftFine;
 constexpr int kEnlarge = 400;  // per cent
 constexpr int kShrink = 25;
 constexpr int kCropMargin = 8;  // small pixels around the nonzero part
@@ -173,4 +175,16 @@ DibHandle DibShiftLinesFine(DibHandle bitmap, const std::int32_t* shifts, LineAx
   DibRegionCopy(out.head, keep.left, keep.top, smallLock.head, keep.left - shrunk.left, keep.top - shrunk.top,
                 keep.Width(), keep.Height());
   return result.release();
+}
+
+DibHandle DibShiftLinesByTable(DibHandle bitmap, const float* table, int count, int amplitude, LineAxis axis) {
+  int width = 0;
+  int height = 0;
+  if (DibSizeOf(bitmap, &width, &height) == 0 || count < 1) return nullptr;
+  const int lines = kFine * (axis == LineAxis::kRows ? height : width);
+  std::unique_ptr<std::int32_t[]> shifts(new (std::nothrow) std::int32_t[lines > 0 ? lines : 1]);
+  if (shifts == nullptr) return nullptr;
+  const auto scale = static_cast<float>(amplitude);
+  for (int i = 0; i < lines; ++i) shifts[i] = static_cast<std::int32_t>(scale * table[i < count ? i : count - 1]);
+  return DibShiftLinesFine(bitmap, shifts.get(), axis);
 }
