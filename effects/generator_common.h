@@ -105,9 +105,10 @@ void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* 
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
 
-// Appends a finished frame with the delay and no transparency; on failure
-// frees the image and returns 0.
+// Appends a frame with its delay (transparent index -1); the list owns it from
+// then on. On failure the frame is freed and 0 returned.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+
 // What every build callback reads first.
 struct BuildTiming {
   int rolling;          // MainRolling: 1 animates, 0 makes one still frame

@@ -5,30 +5,20 @@
 
 #include "effects/anaconda.h"
 #include "effects/doppler.h"
-#include "effects/effect.h"
-#include "plugin/controls_startup.h"
-#include "tests/text_test_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
 constexpr int kRolling = 32;
 constexpr int kPause = 33;
 
-class WarpEffect : public GdiStarted {
+class WarpEffect : public EffectOnDefaults {
  protected:
   void SetUp() override {
-    SettingsReset();
-    SnapshotInit(&snapshot_);
-    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
+    EffectOnDefaults::SetUp();
     SnapshotSetText(&snapshot_, 23, "Hq");
     SnapshotSetNumber(&snapshot_, 28, 20);
     SnapshotSetNumber(&snapshot_, kPause, 50);
-    context_.dialog = &snapshot_.controls;
-    context_.frames = &frames_;
-  }
-  void TearDown() override {
-    FrameListFree(&frames_);
-    SnapshotClear(&snapshot_);
   }
 
   // Builds row's effect afresh; the frames' pictures and delays.
@@ -36,15 +26,12 @@ class WarpEffect : public GdiStarted {
     FrameListFree(&frames_);
     context_.flags = 0;
     ASSERT_EQ(EffectTable[row].build(&context_), 1);
-    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
     pictures_.clear();
     delays_.clear();
-    for (int i = 0; i < frames_.count; ++i) {
-      DibOwner copy(DibClone(records[i].image));
-      pictures_.push_back(TakePixels(copy.release()));
-      delays_.push_back(records[i].delay);
+    for (const FrameRecord& record : Frames()) {
+      pictures_.push_back(TakePixels(DibClone(record.image)));
+      delays_.push_back(record.delay);
     }
-    MemUnlock(frames_.records);
   }
 
   Pixels Preview(int row) {
@@ -57,9 +44,6 @@ class WarpEffect : public GdiStarted {
     return {pixels.values.begin(), pixels.values.end()};
   }
 
-  ControlsSnapshot snapshot_;
-  FrameList frames_{};
-  EffectContext context_{};
   std::vector<Pixels> pictures_;
   std::vector<std::uint32_t> delays_;
 };
