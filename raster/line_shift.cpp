@@ -120,7 +120,7 @@ void PlaceColumns(const Placing& p) {
     const std::uint8_t* in = DibRow(p.source, y - p.sourceOrigin.top) + (kept.left - p.sourceOrigin.left) * bytes;
     for (int x = kept.left; x < kept.right; ++x, in += bytes) {
       int to = y + p.shifts[x] - p.targetOrigin.top;
-      if (to < 0 || to >= p.targetOrigin.Height()) continue;
+      if (to < 0 || to >= p.targetOrigin.Height() || Blank(in, bytes)) continue;  // the target starts blank
       std::uint8_t* out = topRow - to * stride + (x - p.targetOrigin.left) * bytes;
       for (int b = 0; b < bytes; ++b) out[b] = in[b];
     }
