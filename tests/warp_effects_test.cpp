@@ -123,6 +123,18 @@ TEST_F(WarpEffect, MirageFrameMakesRoomForTheWaves) {
   Pixels wide = Preview(kMirage);
   EXPECT_EQ(wide.width - narrow.width, 2 * 80 - 2 * 8);
   EXPECT_EQ(wide.height, narrow.height);
+
+  // Without text the preview measures an empty string and the build a
+  // blank: background alone either way.
+  SnapshotSetText(&snapshot_, 23, "");
+  Pixels empty = Preview(kMirage);
+  EXPECT_EQ(empty.width, 2 + 160);  // the outline's margin of 1 each side
+  EXPECT_EQ(Colours(empty), std::set<std::int32_t>{0x996633});
+  SnapshotSetNumber(&snapshot_, 414, 8);
+  Build(kMirage);
+  ASSERT_EQ(pictures_.size(), 10u);
+  EXPECT_EQ(Colours(pictures_[4]), std::set<std::int32_t>{0x996633});
+  EXPECT_GT(pictures_[4].width, empty.width);
 }
 
 // Anaconda ------------------------------------------------------------------------------------
