@@ -2,6 +2,7 @@
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
 #include "effects/effect.h"
+#include "effects/liquid_metal.h"
 #include "effects/simple.h"
 #include "fills/material.h"
 
@@ -147,7 +148,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
-    {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
+    {"Liquid Metal", LiquidMetalPreview, LiquidMetalBuild, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "effects/effect.h"
 #include "plugin/controls.h"
 #include "raster/dib.h"
 
@@ -90,8 +91,25 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// Which part of a mask a fill goes through and how: the loop starts at mask
+// column firstX and row firstY, reads the fill at (x - fillX, y - fillY), and
+// scales each mask value by level / 255 (truncating) before the blend.
+struct FillWalk {
+  int firstX;
+  int firstY;
+  int fillX;
+  int fillY;
+  int level;
+};
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// As CompositeOutline, each mask value first scaled by level / 255.
+void CompositeOutlineScaled(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+
+// Appends a finished frame with delay and no transparency; the list owns it
+// from then on. A failed append frees the frame and gives 0.
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
