@@ -1,6 +1,7 @@
 // The 21 effect rows in the order of the effect list, with each panel's
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
+#include "effects/chaos.h"
 #include "effects/effect.h"
 #include "effects/liquid_metal.h"
 #include "effects/simple.h"
@@ -142,7 +143,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
     {"Background Mural", nullptr, nullptr, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
     {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
-    {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
+    {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},

@@ -100,6 +100,8 @@ int FrameMargin(int padding, int softness, int outlineOn) {
   return pad;
 }
 
+int SpreadMargin(int fontSize) { return fontSize / 5 > 2 ? fontSize / 5 : 2; }
+
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset) {
   const int shadowGrowth = shadowOn != 0 ? offset : 0;
   return {textWidth + 2 * pad + shadowGrowth, textHeight + 2 * pad + shadowGrowth};
@@ -148,4 +150,10 @@ int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t del
   if (FrameListAppend(context->frames, &record) == 1) return 1;
   MemFree(image);
   return 0;
+}
+
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay) {
+  DibHandle image = generate(context);
+  if (image == nullptr) return 0;
+  return AppendEffectFrame(context, image, delay);
 }

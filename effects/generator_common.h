@@ -77,6 +77,10 @@ struct FrameSize {
   int height;
 };
 
+// The further margin of the effects whose layers spread beyond the letters:
+// a fifth of the font size, at least 2.
+int SpreadMargin(int fontSize);
+
 // The offset counts only with the shadow on.
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset);
 
@@ -113,3 +117,9 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // Appends a finished frame with delay and no transparency; the list owns it
 // from then on. A failed append frees the frame and gives 0.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+
+// An effect's generator: one new 24-bit frame for the context, or null.
+using EffectGenerator = DibHandle (*)(EffectContext* context);
+
+// Generates one frame and appends it with delay; 0 if either fails.
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

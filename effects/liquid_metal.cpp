@@ -23,13 +23,6 @@ void SetSwell(RippleExtra* ripple, double t) {
   ripple->amplitude = 70 + static_cast<int>(t * 5930.0);
 }
 
-// Generates the frame and appends it; 0 if either fails.
-int AppendNext(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = LiquidMetalGenerate(context);
-  if (image == nullptr) return 0;
-  return AppendEffectFrame(context, image, delay);
-}
-
 }  // namespace
 
 RippleExtra LiquidMetalRestingRipple() { return {255, 100, 100, 2500, 1200, 180, 15, 1, 0}; }
@@ -81,18 +74,18 @@ int LiquidMetalBuild(EffectContext* context) {
 
   if (rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendNext(context, delay);
+    return AppendGeneratedFrame(context, LiquidMetalGenerate, delay);
   }
 
   int k = std::max(delay / 8, 6);
   int rest = n - k - 1;
   ripple.plain = 1;
-  if (AppendNext(context, delay) == 0) return 0;
+  if (AppendGeneratedFrame(context, LiquidMetalGenerate, delay) == 0) return 0;
   ripple.plain = 0;
   HostProgress(context->host, 0, n);
   for (int i = 0; i < k; ++i) {
     SetSwell(&ripple, static_cast<double>(i) / k);
-    if (AppendNext(context, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, LiquidMetalGenerate, delay) == 0) return 0;
     HostProgress(context->host, 1 + i, n);
   }
   ripple.damping += kFallingDamping;
@@ -104,5 +97,5 @@ int LiquidMetalBuild(EffectContext* context) {
     HostProgress(context->host, 1 + k + j, n);
   }
   ripple.plain = 1;
-  return AppendNext(context, pause + delay);
+  return AppendGeneratedFrame(context, LiquidMetalGenerate, pause + delay);
 }

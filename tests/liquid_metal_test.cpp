@@ -33,6 +33,7 @@ TEST_F(LiquidMetal, BuildRisesFallsAndRestsWithRepeatableDelays) {
   HostRecord trueColour{};
   trueColour.hostFlags = kHostFlagTrueColour;
   context_.host = &trueColour;
+  SnapshotSetNumber(&snapshot_, 477, 12);
   ASSERT_EQ(Build(kLiquidMetal), 1);
   delays = Delays();
   EXPECT_GT(*std::max_element(delays.begin() + 7, delays.end() - 1), 11u);
