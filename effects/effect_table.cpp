@@ -3,6 +3,7 @@
 // panel's labels close the list.
 #include "effects/chaos.h"
 #include "effects/effect.h"
+#include "effects/framework.h"
 #include "effects/liquid_metal.h"
 #include "effects/simple.h"
 #include "fills/material.h"
@@ -146,7 +147,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
-    {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
+    {"Framework", FrameworkPreview, FrameworkBuild, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
     {"Liquid Metal", LiquidMetalPreview, LiquidMetalBuild, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},

@@ -3,11 +3,14 @@
 #include <algorithm>
 
 #include "effects/chaos.h"
+#include "effects/framework.h"
+#include "effects/text_frame.h"
 #include "tests/effect_test_support.h"
 
 namespace {
 
 constexpr int kChaos = 5;
+constexpr int kFramework = 8;
 constexpr int kLiquidMetal = 11;
 
 using InOutEffects = EffectOnDefaults;
@@ -35,9 +38,31 @@ TEST_F(InOutEffects, ChaosScattersInHoldsAndScattersOut) {
   EXPECT_EQ(FramePixels(0).values, hold.values);
 }
 
+// Frames starts at 8; the first frame, at level 0, shows the background
+// alone; "Full frame" widens the margins by 38 per cent of the text.
+TEST_F(InOutEffects, FrameworkFadesInAndOutThroughTheSmear) {
+  SnapshotSetNumber(&snapshot_, 533, 2);
+  ASSERT_EQ(Build(kFramework), 1);
+  std::vector<std::uint32_t> expected(9, 8u);
+  expected[4] = expected[8] = 108u;
+  EXPECT_EQ(Delays(), expected);
+  Pixels first = FramePixels(0);
+  EXPECT_EQ(std::count(first.values.begin(), first.values.end(), 0xE5E5E5), first.width * first.height);
+
+  FrameworkExtra sharp = {8, 0, 255};
+  context_.extra = &sharp;
+  Pixels plain = TakePixels(FrameworkGenerate(&context_));
+  SnapshotSetCheck(&snapshot_, 538, 1);
+  Pixels full = TakePixels(FrameworkGenerate(&context_));
+  TextFrame text;
+  ASSERT_EQ(TextFrameMeasure(&snapshot_.controls, {516, 537, 519, 525, 527, 529, 531, 535}, &text), 1);
+  EXPECT_EQ(full.width - plain.width, 2 * (text.textWidth * 38 / 100));
+  EXPECT_EQ(full.height - plain.height, 2 * (text.textHeight * 38 / 100));
+}
+
 TEST_F(InOutEffects, EmptyTextGivesNoPreviewAndFailsTheBuild) {
   SnapshotSetText(&snapshot_, 23, "");
-  for (int row : {kChaos, kLiquidMetal}) {
+  for (int row : {kChaos, kFramework, kLiquidMetal}) {
     context_.previewBitmap = nullptr;
     EXPECT_EQ(EffectTable[row].preview(&context_), 1);
     EXPECT_EQ(context_.previewBitmap, nullptr) << row;
