@@ -6,9 +6,7 @@
 namespace {
 
 constexpr PanelLookIds kChaosLook = {494, 515, 497, 503, 505, 507, 509, 513};
-constexpr int kFillId = 495;
-constexpr int kBackgroundId = 499;
-constexpr int kShadowFillId = 501;
+constexpr WarpedFillIds kFills = {495, 501, 499};
 constexpr int kFramesId = 511;
 
 constexpr ChaosExtra kLightScatter = {255, 6};  // the preview and a still build
@@ -40,40 +38,21 @@ DibHandle ChaosGenerate(EffectContext* context) {
   frame.pad += SpreadMargin(frame.shared.fontSize);
   frame.size = FrameSizeFor(frame.textWidth, frame.textHeight, frame.pad, frame.look.shadowOn, frame.look.offset);
 
-  WarpedLayers layers{};
-  layers.fillId = kFillId;
-  layers.shadowFillId = kShadowFillId;
-  layers.backgroundId = kBackgroundId;
-  layers.transform = ScatterLayer;
-  layers.parameters = chaos;
-  layers.originX = frame.pad;
-  layers.originY = frame.pad;
-  layers.layerLevel = 255;
-  layers.outlineLevel = chaos->outlineLevel;
   // The shadow is cut where its place begins and carries its fill with it.
-  layers.shadowFromPlace = 1;
-  layers.shadowFillFollows = 1;
+  WarpedLayers layers = {.ids = kFills, .transform = ScatterLayer, .parameters = chaos,
+                         .originX = frame.pad, .originY = frame.pad,
+                         .layerLevel = 255, .outlineLevel = chaos->outlineLevel,
+                         .shadowFromPlace = 1, .shadowFillFollows = 1};
   return WarpedLayersCompose(dialog, frame, layers);
 }
 
 int ChaosPreview(EffectContext* context) {
   ChaosExtra chaos = kLightScatter;
-  context->flags |= kEffectFlagPreview;
-  context->extra = &chaos;
-  context->previewBitmap = ChaosGenerate(context);
-  return 1;
+  return EffectPreviewOf(context, ChaosGenerate, &chaos);
 }
 
 int ChaosBuild(EffectContext* context) {
-  const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
-  int frames = ReadControlInt(dialog, kFramesId);
   ChaosExtra chaos = kLightScatter;
   context->extra = &chaos;
-  if (rolling != 0) return InOutBuild(context, ChaosGenerate, SetScatter, frames, delay, pause);
-
-  context->flags |= kEffectFlagStill;
-  return AppendGeneratedFrame(context, ChaosGenerate, delay);
+  return InOutBuild(context, ChaosGenerate, SetScatter, kFramesId);
 }

@@ -6,9 +6,7 @@
 namespace {
 
 constexpr PanelLookIds kFrameworkLook = {516, 537, 519, 525, 527, 529, 531, 535};
-constexpr int kFillId = 517;
-constexpr int kBackgroundId = 521;
-constexpr int kShadowFillId = 523;
+constexpr WarpedFillIds kFills = {517, 523, 521};
 constexpr int kFramesId = 533;
 constexpr int kFullFrameId = 538;
 
@@ -53,38 +51,21 @@ DibHandle FrameworkGenerate(EffectContext* context) {
   int shadowGrowth = frame.look.shadowOn != 0 ? frame.look.offset : 0;
   frame.size = {frame.textWidth + 2 * marginX + shadowGrowth, frame.textHeight + 2 * marginY + shadowGrowth};
 
-  WarpedLayers layers{};
-  layers.fillId = kFillId;
-  layers.shadowFillId = kShadowFillId;
-  layers.backgroundId = kBackgroundId;
-  layers.transform = SmearLayer;
-  layers.parameters = smear;
-  layers.originX = marginX;
-  layers.originY = marginY;
-  layers.layerLevel = smear->level;
-  layers.outlineLevel = smear->level;
-  layers.shadowFromPlace = 1;  // the shadow is cut where its place begins
+  // The shadow is cut where its place begins; its fill stays with the frame.
+  WarpedLayers layers = {.ids = kFills, .transform = SmearLayer, .parameters = smear,
+                         .originX = marginX, .originY = marginY,
+                         .layerLevel = smear->level, .outlineLevel = smear->level,
+                         .shadowFromPlace = 1, .shadowFillFollows = 0};
   return WarpedLayersCompose(dialog, frame, layers);
 }
 
 int FrameworkPreview(EffectContext* context) {
   FrameworkExtra smear = kPreviewSmear;
-  context->flags |= kEffectFlagPreview;
-  context->extra = &smear;
-  context->previewBitmap = FrameworkGenerate(context);
-  return 1;
+  return EffectPreviewOf(context, FrameworkGenerate, &smear);
 }
 
 int FrameworkBuild(EffectContext* context) {
-  const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
-  int frames = ReadControlInt(dialog, kFramesId);
   FrameworkExtra smear = kPreviewSmear;
   context->extra = &smear;
-  if (rolling != 0) return InOutBuild(context, FrameworkGenerate, SetSmear, frames, delay, pause);
-
-  context->flags |= kEffectFlagStill;
-  return AppendGeneratedFrame(context, FrameworkGenerate, delay);
+  return InOutBuild(context, FrameworkGenerate, SetSmear, kFramesId);
 }

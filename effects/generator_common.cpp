@@ -157,3 +157,10 @@ int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::
   if (image == nullptr) return 0;
   return AppendEffectFrame(context, image, delay);
 }
+
+int EffectPreviewOf(EffectContext* context, EffectGenerator generate, void* extra) {
+  context->flags |= kEffectFlagPreview;
+  context->extra = extra;
+  context->previewBitmap = generate(context);
+  return 1;
+}

@@ -121,5 +121,10 @@ int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t del
 // An effect's generator: one new 24-bit frame for the context, or null.
 using EffectGenerator = DibHandle (*)(EffectContext* context);
 
+// The preview callback's common shape: bit 2 set, extra (already holding the
+// preview's values) given to the generator, its one frame left for the
+// caller. Always 1.
+int EffectPreviewOf(EffectContext* context, EffectGenerator generate, void* extra);
+
 // Generates one frame and appends it with delay; 0 if either fails.
 int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

@@ -2,9 +2,17 @@
 
 #include "plugin/host_call.h"
 
-int InOutBuild(EffectContext* context, EffectGenerator generate, InOutPhase setPhase, int frames,
-               std::uint32_t delay, std::uint32_t pause) {
-  const int half = frames / 2;
+int InOutBuild(EffectContext* context, EffectGenerator generate, InOutPhase setPhase, int framesId) {
+  const Controls* dialog = context->dialog;
+  int rolling = ControlChecked(dialog, 32);
+  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
+  const int half = ReadControlInt(dialog, framesId) / 2;
+  if (rolling == 0) {
+    context->flags |= kEffectFlagStill;
+    return AppendGeneratedFrame(context, generate, delay);
+  }
+
   const int total = 2 * half + 1;
   for (int position = -half; position <= half; ++position) {
     setPhase(context->extra, position, half);

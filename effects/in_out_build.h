@@ -12,8 +12,10 @@
 // size over half is how far the frame is from the hold.
 using InOutPhase = void (*)(void* extra, int position, int half);
 
-// Appends 2 * (frames / 2) + 1 frames made by generate after setPhase, at
-// delay, the hold frame and the last at delay + pause, with progress after
-// each. 1, or 0 when a frame cannot be made or appended.
-int InOutBuild(EffectContext* context, EffectGenerator generate, InOutPhase setPhase, int frames,
-               std::uint32_t delay, std::uint32_t pause);
+// Reads Animated, Delay, Pause and the effect's frame count (control
+// framesId). Not animated: one still frame at Delay from the extra record
+// as the caller set it. Animated: 2 * (frames / 2) + 1 frames made by
+// generate after setPhase, at Delay, the hold frame and the last at
+// Delay + Pause, with progress after each. 1, or 0 when a frame cannot be
+// made or appended.
+int InOutBuild(EffectContext* context, EffectGenerator generate, InOutPhase setPhase, int framesId);

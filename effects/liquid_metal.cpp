@@ -9,13 +9,15 @@
 namespace {
 
 constexpr PanelLookIds kLiquidMetalLook = {460, 481, 463, 469, 471, 473, 475, 479};
-constexpr int kFillId = 461;
-constexpr int kBackgroundId = 465;
-constexpr int kShadowFillId = 467;
+constexpr WarpedFillIds kFills = {461, 467, 465};
 constexpr int kFramesId = 477;
 
 constexpr unsigned kDelaySeed = 13204;
 constexpr int kFallingDamping = 4;  // added after the rise: the decay is a little stronger
+
+DibHandle RippleLayer(DibHandle source, const void* parameters) {
+  return Ripple(source, *static_cast<const RippleExtra*>(parameters));
+}
 
 // The waves grow with t from 0 to 1: longer and higher.
 void SetSwell(RippleExtra* ripple, double t) {
@@ -35,27 +37,16 @@ DibHandle LiquidMetalGenerate(EffectContext* context) {
   // A strip below the text gives the waves room to push it down.
   frame.size.height += std::max(2 * (frame.shared.fontSize / 10), 8);
 
-  WarpedLayers layers{};
-  layers.fillId = kFillId;
-  layers.shadowFillId = kShadowFillId;
-  layers.backgroundId = kBackgroundId;
-  layers.transform = [](DibHandle source, const void* parameters) {
-    return Ripple(source, *static_cast<const RippleExtra*>(parameters));
-  };
-  layers.parameters = ripple;
-  layers.originX = frame.pad;
-  layers.originY = frame.pad;
-  layers.layerLevel = 255;
-  layers.outlineLevel = ripple->level;
+  WarpedLayers layers = {.ids = kFills, .transform = RippleLayer, .parameters = ripple,
+                         .originX = frame.pad, .originY = frame.pad,
+                         .layerLevel = 255, .outlineLevel = ripple->level,
+                         .shadowFromPlace = 0, .shadowFillFollows = 0};
   return WarpedLayersCompose(dialog, frame, layers);
 }
 
 int LiquidMetalPreview(EffectContext* context) {
   RippleExtra ripple = LiquidMetalRestingRipple();
-  context->flags |= kEffectFlagPreview;
-  context->extra = &ripple;
-  context->previewBitmap = LiquidMetalGenerate(context);
-  return 1;
+  return EffectPreviewOf(context, LiquidMetalGenerate, &ripple);
 }
 
 // A plain frame, the rise over k frames, the fall over the rest with

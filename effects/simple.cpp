@@ -4,7 +4,6 @@
 
 #include "effects/text_frame.h"
 #include "plugin/host_call.h"
-#include "raster/blur.h"
 
 namespace {
 
@@ -20,11 +19,7 @@ constexpr int kScrollId = 122;
 int CompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
   DibOwner fill(RenderFillOf(dialog, kShadowFillId, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
-  if (fill == nullptr || mask == nullptr) return 0;
-  if (frame.look.softness > 0) {
-    mask.reset(GaussianBlur(mask.get(), frame.look.softness + 2));
-    if (mask == nullptr) return 0;
-  }
+  if (fill == nullptr || SoftenShadowMask(&mask, frame.look.softness) == 0) return 0;
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());
   if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
@@ -98,10 +93,7 @@ int SimpleScrollPlan(int direction, int width, int height, int frames, ScrollSte
 
 int SimplePreview(EffectContext* context) {
   SimpleExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = SimpleGenerate(context);
-  return 1;
+  return EffectPreviewOf(context, SimpleGenerate, &extra);
 }
 
 int SimpleBuild(EffectContext* context) {

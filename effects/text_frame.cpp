@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "fills/material.h"
+#include "raster/blur.h"
 
 int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
   ReadSharedControls(dialog, &frame->shared);
@@ -36,4 +37,10 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height) {
 
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
+}
+
+int SoftenShadowMask(DibOwner* mask, int softness) {
+  if (*mask == nullptr) return 0;
+  if (softness > 0) mask->reset(GaussianBlur(mask->get(), softness + 2));
+  return *mask != nullptr ? 1 : 0;
 }

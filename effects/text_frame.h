@@ -31,3 +31,7 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
+
+// Blurs a shadow mask in place with softness + 2 when softness is above 0.
+// 0 if the mask is missing or the blur fails.
+int SoftenShadowMask(DibOwner* mask, int softness);

@@ -1,7 +1,6 @@
 #include "effects/warped_layers.h"
 
 #include "fills/material.h"
-#include "raster/blur.h"
 
 namespace {
 
@@ -25,13 +24,10 @@ int FillKindOf(const Controls* dialog, int id) {
 int CompositeShadow(const Controls* dialog, const TextFrame& frame, const WarpedLayers& layers, DibHead* picture) {
   int x = layers.originX + frame.place.shadowX;
   int y = layers.originY + frame.place.shadowY;
-  DibOwner fill(RenderFillOf(dialog, layers.shadowFillId, frame.size.width, frame.size.height));
+  DibOwner fill(RenderFillOf(dialog, layers.ids.shadowFill, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
   if (Transform(layers, &fill) == 0 || Transform(layers, &mask) == 0) return 0;
-  if (frame.look.softness > 0) {
-    mask.reset(GaussianBlur(mask.get(), frame.look.softness + 2));
-    if (mask == nullptr) return 0;
-  }
+  if (SoftenShadowMask(&mask, frame.look.softness) == 0) return 0;
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());
   if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
@@ -45,8 +41,8 @@ int CompositeShadow(const Controls* dialog, const TextFrame& frame, const Warped
 int CompositeText(const Controls* dialog, const TextFrame& frame, const WarpedLayers& layers, DibHead* picture) {
   int x = layers.originX + frame.place.textX;
   int y = layers.originY + frame.place.textY;
-  DibOwner fill(RenderFillOf(dialog, layers.fillId, frame.size.width, frame.size.height));
-  if (FillKindOf(dialog, layers.fillId) != kMaterialSimple && Transform(layers, &fill) == 0) return 0;
+  DibOwner fill(RenderFillOf(dialog, layers.ids.fill, frame.size.width, frame.size.height));
+  if (FillKindOf(dialog, layers.ids.fill) != kMaterialSimple && Transform(layers, &fill) == 0) return 0;
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   if (Transform(layers, &mask) == 0) return 0;
   DibLock fillLock(fill.get());
@@ -70,7 +66,7 @@ int CompositeOutlineOf(const TextFrame& frame, const WarpedLayers& layers, DibHe
 }  // namespace
 
 DibHandle WarpedLayersCompose(const Controls* dialog, const TextFrame& frame, const WarpedLayers& layers) {
-  DibOwner picture(RenderFillOf(dialog, layers.backgroundId, frame.size.width, frame.size.height));
+  DibOwner picture(RenderFillOf(dialog, layers.ids.background, frame.size.width, frame.size.height));
   DibLock pictureLock(picture.get());
   if (pictureLock.head == nullptr) return nullptr;
   if (frame.look.shadowOn != 0 && CompositeShadow(dialog, frame, layers, pictureLock.head) == 0) return nullptr;

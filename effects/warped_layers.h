@@ -10,10 +10,15 @@
 // The transform, applied to a bitmap the caller keeps; a new bitmap or null.
 using LayerTransform = DibHandle (*)(DibHandle source, const void* parameters);
 
+// The effect's three fill controls.
+struct WarpedFillIds {
+  int fill;
+  int shadowFill;
+  int background;
+};
+
 struct WarpedLayers {
-  int fillId;
-  int shadowFillId;
-  int backgroundId;
+  WarpedFillIds ids;
   LayerTransform transform;
   const void* parameters;
   int originX;            // the margin left of and above the text and shadow places
