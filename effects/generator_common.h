@@ -114,8 +114,8 @@ void CompositeOutlineScaled(DibHead* frame, std::uint32_t colour, const DibHead*
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
 
-// Appends a finished frame with delay and no transparency; the list owns it
-// from then on. A failed append frees the frame and gives 0.
+// Appends a frame with its delay (transparent index -1); the list owns it from
+// then on. On failure the frame is freed and 0 returned.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
 
 // An effect's generator: one new 24-bit frame for the context, or null.

@@ -1,5 +1,6 @@
-// An effect run against the headless dialog as it stands after start-up with
-// the compiled-in settings and no saved fills, for a palette host.
+// Shared by the effect tests: an effect run against the headless dialog as
+// it stands after start-up with the compiled-in settings and no saved fills,
+// for a palette host.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,6 +24,13 @@ class EffectOnDefaults : public GdiStarted {
   void TearDown() override {
     FrameListFree(&frames_);
     SnapshotClear(&snapshot_);
+  }
+
+  std::vector<FrameRecord> Frames() {
+    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
+    std::vector<FrameRecord> out(records, records + frames_.count);
+    MemUnlock(frames_.records);
+    return out;
   }
 
   // Runs the row's build into a fresh list; the build's result.
