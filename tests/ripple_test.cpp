@@ -1,6 +1,5 @@
 // The ripple against a plain reference that follows the rule one pixel at a
-// time through the pixel functions, byte for byte; and what the rule means
-// on pictures whose answer is known.
+// time through the pixel functions, byte for byte.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -54,7 +53,8 @@ TEST(Ripple, MatchesThePlainReferenceByteForByte) {
   for (const RippleExtra& extra : {preview, storm, unfaded, offCentre}) {
     for (int depth : {8, 24}) {
       for (auto [w, h] : {std::pair{61, 33}, std::pair{64, 30}}) {
-        DibOwner picture(PictureOf(w, h, depth, [depth](int x, int y) { return Busy(x, y) & (depth == 8 ? 255 : ~0u); }));
+        auto busy = [depth](int x, int y) { return Busy(x, y) & (depth == 8 ? 255 : ~0u); };
+        DibOwner picture(PictureOf(w, h, depth, busy));
         DibOwner expected(ReferenceRipple(picture.get(), extra));
         DibOwner rippled(Ripple(picture.get(), extra));
         ASSERT_NE(rippled, nullptr);
@@ -67,41 +67,10 @@ TEST(Ripple, MatchesThePlainReferenceByteForByte) {
 
 TEST(Ripple, PlainOrFlatLeavesThePictureAlone) {
   DibOwner picture(PictureOf(40, 20, 24, Busy));
-  RippleExtra plain = {255, 100, 100, 2500, 1200, 180, 15, 1, 1};
-  RippleExtra flat = {255, 100, 100, 0, 1200, 180, 15, 1, 0};
-  DibOwner kept(Ripple(picture.get(), plain));
-  DibOwner still(Ripple(picture.get(), flat));
-  EXPECT_TRUE(SameBitmap(kept.get(), picture.get()));
-  EXPECT_TRUE(SameBitmap(still.get(), picture.get()));
-}
-
-// The shift is the same on both axes: a picture that changes only across
-// the diagonal, linearly, comes back (within a level of rounding) wherever
-// the four neighbours lie inside; a shift along one axis alone would not.
-TEST(Ripple, DisplacesAlongTheDiagonal) {
-  const int size = 64;
-  DibOwner picture(PictureOf(size, size, 8, [](int x, int y) { return static_cast<std::uint32_t>(128 + 2 * (x - y)); }));
-  RippleExtra extra = {255, 100, 100, 300, 900, 0, 100, 0, 0};
-  DibOwner rippled(Ripple(picture.get(), extra));
-  DibLock before(picture.get());
-  DibLock after(rippled.get());
-  int moved = 0;
-  for (int y = 4; y < size - 4; ++y) {
-    for (int x = 4; x < size - 4; ++x) {
-      int was = DibGetPixel(before.head, x, y);
-      int is = DibGetPixel(after.head, x, y);
-      ASSERT_LE(std::abs(is - was), 1) << x << "," << y;
-    }
+  for (int plain : {0, 1}) {
+    DibOwner kept(Ripple(picture.get(), {255, 100, 100, plain != 0 ? 2500 : 0, 1200, 180, 15, 1, plain}));
+    EXPECT_TRUE(SameBitmap(kept.get(), picture.get())) << plain;
   }
-  // The same ripple on a picture that changes along x alone does move it.
-  DibOwner ramp(PictureOf(size, size, 8, [](int x, int) { return static_cast<std::uint32_t>(64 + 2 * x); }));
-  DibOwner rampRippled(Ripple(ramp.get(), extra));
-  DibLock rampBefore(ramp.get());
-  DibLock rampAfter(rampRippled.get());
-  for (int y = 4; y < size - 4; ++y)
-    for (int x = 4; x < size - 4; ++x)
-      moved += std::abs(DibGetPixel(rampAfter.head, x, y) - DibGetPixel(rampBefore.head, x, y)) > 1;
-  EXPECT_GT(moved, size);
 }
 
 }  // namespace
