@@ -11,8 +11,8 @@ int Transform(const WarpedLayers& layers, DibOwner* layer) {
   return *layer != nullptr ? 1 : 0;
 }
 
-// A solid colour looks the same after any of the transforms, so its
-// bitmap is left as it is; -1 when the control holds no fill.
+// The kind of fill that control id holds, -1 when it holds none. The
+// text's fill skips the transform when it is a solid colour.
 int FillKindOf(const Controls* dialog, int id) {
   MaterialRecord* record = MaterialLock(dialog, id);
   if (record == nullptr) return -1;
