@@ -58,6 +58,32 @@ TEST_F(InOutEffects, FrameworkFadesInAndOutThroughTheSmear) {
   EXPECT_EQ(full.height - plain.height, 2 * (text.textHeight * 38 / 100));
 }
 
+// With the text unseen and no outline, the sharp frame of either effect
+// shows the soft shadow cut where its place begins: nothing of its blur to
+// the left or above.
+TEST_F(InOutEffects, ShadowIsCutWhereItsPlaceBegins) {
+  struct Row { EffectGenerator generate; void* sharp; PanelLookIds look; };
+  ChaosExtra chaos = {255, 0};
+  FrameworkExtra framework = {8, 0, 255};
+  for (Row row : {Row{ChaosGenerate, &chaos, {494, 515, 497, 503, 505, 507, 509, 513}},
+                  Row{FrameworkGenerate, &framework, {516, 537, 519, 525, 527, 529, 531, 535}}}) {
+    for (int id : {497, 519}) SnapshotSetNumber(&snapshot_, id, 1);
+    for (int id : {505, 527}) SnapshotSetNumber(&snapshot_, id, 40);
+    for (int id : {515, 537}) SnapshotSetCheck(&snapshot_, id, 0);
+    TextFrame layout;
+    ASSERT_EQ(TextFrameMeasure(&snapshot_.controls, row.look, &layout), 1);
+    int place = layout.pad + SpreadMargin(layout.shared.fontSize) + layout.place.shadowX;
+    context_.extra = row.sharp;
+    Pixels frame = TakePixels(row.generate(&context_));
+    int firstX = frame.width, firstY = frame.height;
+    for (int y = 0; y < frame.height; ++y)
+      for (int x = 0; x < frame.width; ++x)
+        if (frame.At(x, y) != frame.At(0, 0)) firstX = std::min(firstX, x), firstY = std::min(firstY, y);
+    EXPECT_EQ(firstX, place);
+    EXPECT_EQ(firstY, place);
+  }
+}
+
 TEST_F(InOutEffects, EmptyTextGivesNoPreviewAndFailsTheBuild) {
   SnapshotSetText(&snapshot_, 23, "");
   for (int row : {kChaos, kFramework, kLiquidMetal}) {
