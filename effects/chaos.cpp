@@ -48,7 +48,7 @@ DibHandle ChaosGenerate(EffectContext* context) {
 
 int ChaosPreview(EffectContext* context) {
   ChaosExtra chaos = kLightScatter;
-  return EffectPreviewOf(context, ChaosGenerate, &chaos);
+  return RunEffectPreview(context, &chaos, ChaosGenerate);
 }
 
 int ChaosBuild(EffectContext* context) {

@@ -61,7 +61,7 @@ DibHandle FrameworkGenerate(EffectContext* context) {
 
 int FrameworkPreview(EffectContext* context) {
   FrameworkExtra smear = kPreviewSmear;
-  return EffectPreviewOf(context, FrameworkGenerate, &smear);
+  return RunEffectPreview(context, &smear, FrameworkGenerate);
 }
 
 int FrameworkBuild(EffectContext* context) {

@@ -131,10 +131,10 @@ void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mas
 }
 
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeOutlineScaled(frame, colour, mask, kFullLevel);
+  CompositeOutlineFaded(frame, colour, mask, kFullLevel);
 }
 
-void CompositeOutlineScaled(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
   CompositeThroughMask(frame, mask, {0, 0, 0, level}, [colour](int, int) { return colour; });
 }
 
@@ -154,11 +154,15 @@ int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t del
 
 int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay) {
   DibHandle image = generate(context);
-  if (image == nullptr) return 0;
-  return AppendEffectFrame(context, image, delay);
+  return image != nullptr ? AppendEffectFrame(context, image, delay) : 0;
 }
 
-int EffectPreviewOf(EffectContext* context, EffectGenerator generate, void* extra) {
+BuildTiming ReadBuildTiming(const Controls* dialog) {
+  return {ControlChecked(dialog, kIdRolling), static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay)),
+          static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause))};
+}
+
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate) {
   context->flags |= kEffectFlagPreview;
   context->extra = extra;
   context->previewBitmap = generate(context);

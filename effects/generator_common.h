@@ -108,8 +108,9 @@ struct FillWalk {
 void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
-// As CompositeOutline, each mask value first scaled by level / 255.
-void CompositeOutlineScaled(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
+// As CompositeOutline, with each mask value first scaled to m * level / 255:
+// the outline fades with the text.
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
@@ -118,13 +119,21 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // then on. On failure the frame is freed and 0 returned.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
 
+// What every build callback reads first.
+struct BuildTiming {
+  int rolling;          // MainRolling: 1 animates, 0 makes one still frame
+  std::uint32_t delay;  // MainDelay, of every frame
+  std::uint32_t pause;  // MainPause, added where the animation rests
+};
+BuildTiming ReadBuildTiming(const Controls* dialog);
+
 // An effect's generator: one new 24-bit frame for the context, or null.
 using EffectGenerator = DibHandle (*)(EffectContext* context);
 
-// The preview callback's common shape: bit 2 set, extra (already holding the
-// preview's values) given to the generator, its one frame left for the
-// caller. Always 1.
-int EffectPreviewOf(EffectContext* context, EffectGenerator generate, void* extra);
+// The preview's one call: sets the preview bit and the record (already
+// holding the preview's values), and leaves the generator's picture in
+// previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate);
 
-// Generates one frame and appends it with delay; 0 if either fails.
+// Calls the generator and appends its frame with the delay: 0 if either fails.
 int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

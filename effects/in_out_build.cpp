@@ -3,12 +3,11 @@
 #include "plugin/host_call.h"
 
 int InOutBuild(EffectContext* context, EffectGenerator generate, InOutPhase setPhase, int framesId) {
-  const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
-  const int half = ReadControlInt(dialog, framesId) / 2;
-  if (rolling == 0) {
+  const BuildTiming timing = ReadBuildTiming(context->dialog);
+  const std::uint32_t delay = timing.delay;
+  const std::uint32_t pause = timing.pause;
+  const int half = ReadControlInt(context->dialog, framesId) / 2;
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagStill;
     return AppendGeneratedFrame(context, generate, delay);
   }

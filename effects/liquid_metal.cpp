@@ -46,24 +46,22 @@ DibHandle LiquidMetalGenerate(EffectContext* context) {
 
 int LiquidMetalPreview(EffectContext* context) {
   RippleExtra ripple = LiquidMetalRestingRipple();
-  return EffectPreviewOf(context, LiquidMetalGenerate, &ripple);
+  return RunEffectPreview(context, &ripple, LiquidMetalGenerate);
 }
 
 // A plain frame, the rise over k frames, the fall over the rest with
 // irregular delays from a fixed seed, and a plain frame that pauses.
 int LiquidMetalBuild(EffectContext* context) {
-  const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  int delay = ReadControlInt(dialog, 11);
-  int pause = ReadControlInt(dialog, 33);
-  int n = ReadControlInt(dialog, kFramesId);
+  const BuildTiming timing = ReadBuildTiming(context->dialog);
+  const int delay = static_cast<int>(timing.delay);
+  const int n = ReadControlInt(context->dialog, kFramesId);
   CrtSrand(kDelaySeed);
   bool trueColourHost = context->host != nullptr && (context->host->hostFlags & kHostFlagTrueColour) != 0;
   int jitter = trueColourHost ? 40 : 4;  // the two kinds of delay unit
   RippleExtra ripple = LiquidMetalRestingRipple();
   context->extra = &ripple;
 
-  if (rolling == 0) {
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagStill;
     return AppendGeneratedFrame(context, LiquidMetalGenerate, delay);
   }
@@ -88,5 +86,5 @@ int LiquidMetalBuild(EffectContext* context) {
     HostProgress(context->host, 1 + k + j, n);
   }
   ripple.plain = 1;
-  return AppendGeneratedFrame(context, LiquidMetalGenerate, pause + delay);
+  return AppendGeneratedFrame(context, LiquidMetalGenerate, timing.pause + delay);
 }

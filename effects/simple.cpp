@@ -66,7 +66,7 @@ int SimpleScrollPlan(int direction, int width, int height, int frames, ScrollSte
 
 int SimplePreview(EffectContext* context) {
   SimpleExtra extra{};
-  return EffectPreviewOf(context, SimpleGenerate, &extra);
+  return RunEffectPreview(context, &extra, SimpleGenerate);
 }
 
 int SimpleBuild(EffectContext* context) {

@@ -35,6 +35,8 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height) {
   return fill;
 }
 
+int FillIsSolid(const Controls* dialog, int id) { return EffectBackgroundColourOf(dialog, id) != -1 ? 1 : 0; }
+
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }

@@ -29,6 +29,10 @@ int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame*
 // or null if the control holds no fill or the render fails.
 DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
+// Whether control id holds a solid colour; such a fill looks the same
+// however it is moved.
+int FillIsSolid(const Controls* dialog, int id);
+
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
 

@@ -1,7 +1,5 @@
 #include "effects/warped_layers.h"
 
-#include "fills/material.h"
-
 namespace {
 
 // Replaces the layer by its transformed picture; 0 if either is missing.
@@ -9,16 +7,6 @@ int Transform(const WarpedLayers& layers, DibOwner* layer) {
   if (*layer == nullptr) return 0;
   layer->reset(layers.transform(layer->get(), layers.parameters));
   return *layer != nullptr ? 1 : 0;
-}
-
-// The kind of fill that control id holds, -1 when it holds none. The
-// text's fill skips the transform when it is a solid colour.
-int FillKindOf(const Controls* dialog, int id) {
-  MaterialRecord* record = MaterialLock(dialog, id);
-  if (record == nullptr) return -1;
-  int kind = static_cast<int>(record->kind);
-  MaterialUnlock(dialog, id);
-  return kind;
 }
 
 int CompositeShadow(const Controls* dialog, const TextFrame& frame, const WarpedLayers& layers, DibHead* picture) {
@@ -42,7 +30,8 @@ int CompositeText(const Controls* dialog, const TextFrame& frame, const WarpedLa
   int x = layers.originX + frame.place.textX;
   int y = layers.originY + frame.place.textY;
   DibOwner fill(RenderFillOf(dialog, layers.ids.fill, frame.size.width, frame.size.height));
-  if (FillKindOf(dialog, layers.ids.fill) != kMaterialSimple && Transform(layers, &fill) == 0) return 0;
+  // A solid fill of the text skips the transform.
+  if (FillIsSolid(dialog, layers.ids.fill) == 0 && Transform(layers, &fill) == 0) return 0;
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   if (Transform(layers, &mask) == 0) return 0;
   DibLock fillLock(fill.get());
@@ -59,7 +48,7 @@ int CompositeOutlineOf(const TextFrame& frame, const WarpedLayers& layers, DibHe
   if (Transform(layers, &mask) == 0) return 0;
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
-  CompositeOutlineScaled(picture, frame.look.outlineColour, maskLock.head, layers.outlineLevel);
+  CompositeOutlineFaded(picture, frame.look.outlineColour, maskLock.head, layers.outlineLevel);
   return 1;
 }
 
