@@ -42,7 +42,7 @@ DibHandle ChaosGenerate(EffectContext* context) {
   WarpedLayers layers = {.ids = kFills, .transform = ScatterLayer, .parameters = chaos,
                          .originX = frame.pad, .originY = frame.pad,
                          .layerLevel = 255, .outlineLevel = chaos->outlineLevel,
-                         .shadowFromPlace = 1, .shadowFillFollows = 1};
+                         .shadowFromPlace = 1, .shadowFillFollows = 1, .keepsSolid = 1};
   return WarpedLayersCompose(dialog, frame, layers);
 }
 

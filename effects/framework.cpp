@@ -55,7 +55,7 @@ DibHandle FrameworkGenerate(EffectContext* context) {
   WarpedLayers layers = {.ids = kFills, .transform = SmearLayer, .parameters = smear,
                          .originX = marginX, .originY = marginY,
                          .layerLevel = smear->level, .outlineLevel = smear->level,
-                         .shadowFromPlace = 1, .shadowFillFollows = 0};
+                         .shadowFromPlace = 1, .shadowFillFollows = 0, .keepsSolid = 1};
   return WarpedLayersCompose(dialog, frame, layers);
 }
 

@@ -40,7 +40,7 @@ DibHandle LiquidMetalGenerate(EffectContext* context) {
   WarpedLayers layers = {.ids = kFills, .transform = RippleLayer, .parameters = ripple,
                          .originX = frame.pad, .originY = frame.pad,
                          .layerLevel = 255, .outlineLevel = ripple->level,
-                         .shadowFromPlace = 0, .shadowFillFollows = 0};
+                         .shadowFromPlace = 0, .shadowFillFollows = 0, .keepsSolid = 0};
   return WarpedLayersCompose(dialog, frame, layers);
 }
 

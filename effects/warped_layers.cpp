@@ -14,7 +14,8 @@ int CompositeShadow(const Controls* dialog, const TextFrame& frame, const Warped
   int y = layers.originY + frame.place.shadowY;
   DibOwner fill(RenderFillOf(dialog, layers.ids.shadowFill, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
-  if (Transform(layers, &fill) == 0 || Transform(layers, &mask) == 0) return 0;
+  bool fillKept = layers.keepsSolid != 0 && FillIsSolid(dialog, layers.ids.shadowFill) != 0;
+  if ((!fillKept && Transform(layers, &fill) == 0) || Transform(layers, &mask) == 0) return 0;
   if (SoftenShadowMask(&mask, frame.look.softness) == 0) return 0;
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());

@@ -27,9 +27,12 @@ struct WarpedLayers {
   int outlineLevel;       // scales outline mask values
   int shadowFromPlace;    // the shadow's loop starts at the mask's place, not at 0
   int shadowFillFollows;  // the shadow's fill is read relative to the mask's place
+  int keepsSolid;         // the transform gives a solid colour back unchanged
 };
 
 // The background fill at frame size, then shadow, text and outline, each
-// through the transform. The shadow mask is transformed before its blur.
+// through the transform. The shadow mask is transformed before its blur. A
+// solid fill of the text skips the transform; so does a solid fill of the
+// shadow where the transform keeps solid colours, which changes no byte.
 // A new 24-bit frame, or null.
 DibHandle WarpedLayersCompose(const Controls* dialog, const TextFrame& frame, const WarpedLayers& layers);

@@ -15,7 +15,8 @@ std::uint32_t Place(int x, int y) { return static_cast<std::uint32_t>(x + 16 * y
 // The stream restarts at every call: a mask and a picture of one size move
 // alike, and a draw from the stream in between changes nothing. Each pixel
 // takes its offsets x first and keeps its place when the source lies
-// outside. A reach of 0 or 1 moves nothing.
+// outside. A reach of 0 or 1 moves nothing, and a flat picture stays flat
+// (so a solid fill may skip the scatter).
 TEST(PixelScatter, EveryCallMakesTheSameField) {
   const int reach = 9;
   DibOwner mask(PictureOf(16, 16, 8, Place));
@@ -28,6 +29,9 @@ TEST(PixelScatter, EveryCallMakesTheSameField) {
     DibOwner unmoved(PixelScatter(picture.get(), {255, still}));
     EXPECT_TRUE(SameBitmap(unmoved.get(), picture.get())) << still;
   }
+  DibOwner flat(PictureOf(16, 16, 24, [](int, int) { return 0x336699u; }));
+  DibOwner stillFlat(PixelScatter(flat.get(), {0, 64}));
+  EXPECT_TRUE(SameBitmap(stillFlat.get(), flat.get()));
 
   // The field as the stream gives it: two offsets a pixel, row by row.
   CrtSrand(13204);

@@ -58,12 +58,16 @@ TEST(ZoomSmear, MatchesThePlainReferenceByteForByte) {
 
 // Smeared away from the centre at -700 on a line of 40 whose pixel x is
 // 4 x, pixel 36 stops at its fifth sample, which falls at 40. At strength 0
-// nothing moves.
+// nothing moves, and a flat picture stays flat at any strength (so a solid
+// fill may skip the smear).
 TEST(ZoomSmear, StopsAtTheFirstSampleOutside) {
   DibOwner line(PictureOf(40, 1, 8, [](int x, int) { return static_cast<std::uint32_t>(4 * x); }));
   EXPECT_EQ(TakePixels(ZoomSmear(line.get(), {8, -700, 255})).At(36, 0), (144 + 148 + 152 + 156) / 4);
   DibOwner unmoved(ZoomSmear(line.get(), {8, 0, 255}));
   EXPECT_TRUE(SameBitmap(unmoved.get(), line.get()));
+  DibOwner flat(PictureOf(45, 27, 24, [](int, int) { return 0x336699u; }));
+  DibOwner stillFlat(ZoomSmear(flat.get(), {8, 700, 255}));
+  EXPECT_TRUE(SameBitmap(stillFlat.get(), flat.get()));
 }
 
 }  // namespace
