@@ -82,6 +82,10 @@ struct FrameSize {
   int height;
 };
 
+// The further margin of the effects whose layers spread beyond the letters:
+// a fifth of the font size, at least 2.
+int SpreadMargin(int fontSize);
+
 // The offset counts only with the shadow on.
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset);
 
@@ -96,6 +100,17 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// Which part of a mask a fill goes through and how: the loop starts at mask
+// column firstX and row firstY, reads the fill at (x - fillX, y - fillY), and
+// scales each mask value by level / 255 (truncating) before the blend.
+struct FillWalk {
+  int firstX;
+  int firstY;
+  int fillX;
+  int fillY;
+  int level;
+};
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
 // As CompositeOutline, with each mask value first scaled to m * level / 255:
@@ -117,9 +132,13 @@ struct BuildTiming {
 };
 BuildTiming ReadBuildTiming(const Controls* dialog);
 
-// The preview's one call: sets the preview bit and the record, and leaves
-// the generator's picture in previewBitmap. Always 1.
-int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*));
+// An effect's generator: one new 24-bit frame for the context, or null.
+using EffectGenerator = DibHandle (*)(EffectContext* context);
+
+// The preview's one call: sets the preview bit and the record (already
+// holding the preview's values), and leaves the generator's picture in
+// previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate);
 
 // Calls the generator and appends its frame with the delay: 0 if either fails.
-int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);
