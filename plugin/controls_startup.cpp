@@ -20,7 +20,8 @@ void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
   for (const ControlRow& row : ControlTable) {
     if (row.kind == kControlNumber) SnapshotSetText(snapshot, row.id + kUpDownIdOffset, row.paramText);
     if (row.kind == kControlCustom && row.subclass == kClassFillSwatch) {
-      SnapshotSetData(snapshot, row.id, MaterialSetUp(row.id, static_cast<std::uint32_t>(row.param), useFiles));
+      SnapshotSetOwningData(snapshot, row.id, MaterialSetUp(row.id, static_cast<std::uint32_t>(row.param), useFiles),
+                            MaterialRelease);
     }
   }
 }
