@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 
 #include "fills/group_backup.h"
@@ -13,6 +14,13 @@ struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, FileCloser>;
+
+// Only a regular file is opened: a path from a saved fill may name anything,
+// and a pipe or a device would never end.
+std::FILE* OpenGroup(const char* path) {
+  std::error_code error;
+  return std::filesystem::is_regular_file(path, error) ? std::fopen(path, "rb") : nullptr;
+}
 
 bool ReadWhole(std::FILE* file, void* into, std::size_t size) { return std::fread(into, 1, size, file) == size; }
 
@@ -92,7 +100,7 @@ void MatrixTileListFree(MatrixTileList* list) {
 }
 
 DibHandle MatrixGroupLoadTile(const char* path, int index) {
-  File file(std::fopen(path, "rb"));
+  File file(OpenGroup(path));
   MatrixGroupHead head;
   if (file == nullptr || ReadGroupHead(file.get(), &head) == 0 || head.itemCount < 1) return nullptr;
   for (std::uint32_t number = 0; number < head.itemCount; ++number) {
@@ -105,7 +113,7 @@ DibHandle MatrixGroupLoadTile(const char* path, int index) {
 }
 
 int MatrixGroupRead(const char* path, MatrixTileList* list) {
-  File file(std::fopen(path, "rb"));
+  File file(OpenGroup(path));
   if (file == nullptr) return 1;
   MatrixGroupHead head;
   if (ReadGroupHead(file.get(), &head) == 0) return 0;
