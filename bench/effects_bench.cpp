@@ -7,10 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "bench/bench_defaults.h"
 #include "effects/effect.h"
-#include "plugin/controls_startup.h"
-#include "plugin/settings.h"
-#include "raster/gdi_command.h"
 
 namespace {
 
@@ -18,20 +16,8 @@ constexpr double kPreviewBudgetMs = 16.0;
 constexpr int kPreviewWidth = 600;  // a preview control's inner size, as the dialog hands it
 constexpr int kPreviewHeight = 120;
 
-struct EffectsBench {
-  EffectsBench() {
-    GdiOp start{};
-    start.op = kGdiStart;
-    GdiCommand(&start);
-    SettingsReset();
-    SnapshotInit(&snapshot);
-    SnapshotFromSettings(&snapshot, kHostFlagPaletteFormat, 0);
-  }
-  ControlsSnapshot snapshot;
-};
-
-EffectsBench& Bench() {
-  static EffectsBench bench;
+BenchDefaults& Bench() {
+  static BenchDefaults bench;
   return bench;
 }
 

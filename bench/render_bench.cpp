@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/bench_defaults.h"
 #include "colour/colour_search.h"
 #include "colour/palette.h"
 #include "colour/quantise.h"
@@ -22,9 +23,6 @@
 #include "effects/simple.h"
 #include "host/reference_host.h"
 #include "plugin/build_pipeline.h"
-#include "plugin/controls_startup.h"
-#include "plugin/settings.h"
-#include "raster/gdi_command.h"
 
 namespace {
 
@@ -32,21 +30,13 @@ constexpr int kSimpleRow = 17;
 
 struct RenderBench {
   RenderBench() {
-    GdiOp start{};
-    start.op = kGdiStart;
-    GdiCommand(&start);
-    SettingsReset();
-    SnapshotInit(&snapshot);
-    SnapshotFromSettings(&snapshot, kHostFlagPaletteFormat, 0);
     std::string pattern = (std::filesystem::temp_directory_path() / "lw_render_bench_XXXXXX").string();
     folder = mkdtemp(pattern.data()) != nullptr ? pattern : std::filesystem::temp_directory_path().string();
     output = folder + "/render.gif";
   }
-  ~RenderBench() {
-    SnapshotClear(&snapshot);
-    std::filesystem::remove_all(folder);
-  }
-  ControlsSnapshot snapshot;
+  ~RenderBench() { std::filesystem::remove_all(folder); }
+  BenchDefaults defaults;
+  ControlsSnapshot& snapshot = defaults.snapshot;
   std::string folder;
   std::string output;
 };
