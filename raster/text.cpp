@@ -105,9 +105,9 @@ void MergeByMaximum(DibHead* mask, const DibHead* picture, int left, int top) {
   int endI = std::min(picture->biWidth, mask->biWidth - left);
   for (int j = std::max(0, -top); j < std::min(picture->biHeight, mask->biHeight - top); ++j) {
     const std::uint8_t* from = step != 0 ? CoverageRow(picture, j) : nullptr;
-    std::uint8_t* to = DibRow(mask, top + j) + left;
+    std::uint8_t* to = DibRow(mask, top + j);
     for (int i = firstI; i < endI; ++i)
-      to[i] = static_cast<std::uint8_t>(std::max<int>(to[i], CoverageAt(picture, step, from, i, j)));
+      to[left + i] = static_cast<std::uint8_t>(std::max<int>(to[left + i], CoverageAt(picture, step, from, i, j)));
   }
 }
 
