@@ -180,13 +180,11 @@ DibHandle MaskDilate(DibHandle mask) {
 
 DibHandle TextOutlineMask(const TextStyle& style, int x, int y, const char* text, int width, int height,
                           const std::int32_t* advances) {
-  DibOwner dilated;
-  {
-    DibOwner text255(TextMask(style, x, y, text, width, height, 255, advances));
-    if (text255 == nullptr) return nullptr;
-    dilated.reset(MaskDilate(text255.get()));
-  }
+  // The full-cover mask is both what grows into the ring and what is punched
+  // out of it.
   DibOwner cover(TextMask(style, x, y, text, width, height, 255, advances));
+  if (cover == nullptr) return nullptr;
+  DibOwner dilated(MaskDilate(cover.get()));
   DibLock target(dilated.get());
   DibLock source(cover.get());
   if (target.head == nullptr || source.head == nullptr) return nullptr;
