@@ -183,6 +183,15 @@ bool FindChanges(const PlainReplay& replay, const Screen& screen, Box* changed, 
 // grow.
 enum class Unchanged { kDrawn, kTransparent, kTransparentOrDrawn };
 
+// Whether two screens agree within the box.
+bool SameInside(const Screen& a, const Screen& b, const Geometry& geometry, const Box& box) {
+  for (int y = box.top; y < box.bottom; ++y) {
+    std::size_t at = geometry.At(box.left, y);
+    if (!std::equal(a.begin() + at, a.begin() + at + (box.right - box.left), b.begin() + at)) return false;
+  }
+  return true;
+}
+
 // The image over box, coded: the wanted indices, with the transparent index
 // where the rule for unchanged pixels chooses it and wherever the picture
 // shows nothing. The size of its codes, or more than limit once they pass it.
@@ -292,7 +301,8 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
     image.delay = frame.delay;
     image.disposal = toClear.Empty() ? kGifDisposalKeep : kGifDisposalBackground;
     Draw(&screen, geometry, image, false);
-    if (screen != replay.wanted) return 0;
+    // Outside the box the screen already showed the picture.
+    if (!SameInside(screen, replay.wanted, geometry, box)) return 0;
     Dispose(&screen, geometry, image);
     optimised->frames.push_back(std::move(image));
     replay.Advance();

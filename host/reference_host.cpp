@@ -175,7 +175,7 @@ void ReferenceHostReset(const std::string& outputPath, bool reportToStderr) {
 
 namespace {
 
-std::int64_t Serve(TaskRecord* task, std::uint32_t code, std::int64_t argument, std::int64_t pointerArgument) {
+std::int64_t Serve(std::uint32_t code, std::int64_t argument, std::int64_t pointerArgument) {
   switch (code) {
     case kHostOpenTask:
     case kHostOpenTestTask:
@@ -204,11 +204,11 @@ std::int64_t Serve(TaskRecord* task, std::uint32_t code, std::int64_t argument, 
 // The host keeps its frames and file in standard containers; when memory
 // runs out it says so once and refuses the call, and the open task is
 // dropped, so no file is written.
-std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::int64_t argument,
+std::int64_t ReferenceHostCallback(TaskRecord*, std::uint32_t code, std::int64_t argument,
                                    std::int64_t pointerArgument) {
   try {
     gHost.codes.push_back(code);
-    return Serve(task, code, argument, pointerArgument);
+    return Serve(code, argument, pointerArgument);
   } catch (const std::bad_alloc&) {
     gHost.taskOpen = false;
     gHost.animation = GifAnimation{};
