@@ -13,6 +13,8 @@ int CliDescribe(int argc, char** argv);
 int CliSettings(int argc, char** argv);
 int CliRender(int argc, char** argv);
 int CliEffects(int argc, char** argv);
+int CliFill(int argc, char** argv);
+int CliGallery(int argc, char** argv);
 
 // Loads the settings as a command starts: explicitFile (refused in one line,
 // kExitFailure, if it cannot be read whole), or the user's own file, where an

@@ -288,7 +288,7 @@ int RunEffect(const ControlsSnapshot& snapshot, const RenderOptions& options, in
 int RunRender(const RenderOptions& options) {
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
-  RenderLoadDialog(&snapshot, ReferenceHostRecord().hostFlags, options.customPalette, options.characterSpace);
+  RenderLoadDialog(&snapshot, ReferenceHostRecord().hostFlags, options.customPalette, options.characterSpace, 1);
   int row = EffectRowOfSelection(ControlSelection(&snapshot.controls, kEffectListControl));
   int status = kExitSuccess;
   if (EffectTable[row].build == nullptr) {
