@@ -4,14 +4,7 @@
 # UTF-8, files that cannot be read or written, whole frame folders, and a
 # render too big for the memory it may use.
 # usage: command_line_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
-failures=0
-
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/cli_test_setup.sh"
 
 # says CODE PART ARGS...: the run exits with CODE and says PART on exactly
 # one line of stderr.
@@ -63,9 +56,12 @@ cmp -s by-text/frame-0002.png by-set/frame-0002.png || fail "--set MainText draw
 says 1 "cannot be written in Windows-1252" render --set "MainText=Ωmega"
 printf 'MainText = Caf\351\n' >cafe.ini
 "$cli" settings --ini cafe.ini | grep -q "$(printf '^MainText = Caf\351$')" || fail "redirected settings are not Windows-1252"
-if command -v script >/dev/null 2>&1; then
+# On a terminal (where one can be had): settings in UTF-8, and status lines.
+if script -qc true /dev/null >/dev/null 2>&1; then
   script -qc "'$cli' settings --ini cafe.ini" /dev/null | grep -q "MainText = Café" ||
     fail "settings on a terminal are not UTF-8"
+  script -qc "'$cli' render -o shown.gif" /dev/null | grep -q "Wrote shown.gif" || fail "no status on a terminal"
+  script -qc "'$cli' render -q -o unseen.gif" /dev/null | grep -q "Wrote" && fail "status despite --quiet"
 fi
 
 # Values the dialog changes are used with a warning each; --quiet silences

@@ -3,14 +3,7 @@
 # folder are written and readable; every refusal is one line on stderr, a
 # non-zero exit, and no output file.
 # usage: render_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
-failures=0
-
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/cli_test_setup.sh"
 
 # refuses EXIT_CODE MESSAGE_PART ARGS...: the run must exit with the code,
 # say MESSAGE_PART on exactly one line, and leave no out.gif behind.
