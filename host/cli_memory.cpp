@@ -19,8 +19,9 @@ struct MemoryWatch {
   int effect = 0;
   std::uint64_t base = 0;
   std::uint64_t budget = 0;
-  bool framesSeen = false;  // the effect has reported a frame
-  bool done = false;        // its frames are all made: the colour stages count otherwise
+  std::int64_t firstStep = -1;  // the effect's first report of a frame
+  std::uint64_t firstHeld = 0;
+  bool done = false;  // its frames are all made: the colour stages count otherwise
 };
 
 MemoryWatch gWatch;
@@ -33,20 +34,26 @@ MemoryWatch gWatch;
   std::exit(kExitFailure);
 }
 
-// After frame step of total has been made: the growth so far, per frame,
-// for every frame and its copies.
+// After frame step of total has been made. The first frame also pays for
+// what is made once (faces, tables), so the cost of a frame is the growth
+// from the first report on.
 void CheckProjection(std::int64_t step, std::int64_t total) {
   if (gWatch.done || gWatch.budget == 0 || step < 0) return;
   if (total <= 0) {
-    gWatch.done = gWatch.framesSeen;  // the progress line is cleared after the last frame
+    gWatch.done = gWatch.firstStep >= 0;  // the progress line is cleared after the last frame
     return;
   }
-  gWatch.framesSeen = true;
   std::uint64_t held = ProcessMemoryBytes();
-  if (held <= gWatch.base) return;
-  std::uint64_t perFrame = (held - gWatch.base) / static_cast<std::uint64_t>(step + 1);
+  if (held > gWatch.budget) StopRender(total, held);
+  if (gWatch.firstStep < 0) {
+    gWatch.firstStep = step;
+    gWatch.firstHeld = held;
+    return;
+  }
+  if (step <= gWatch.firstStep || held <= gWatch.firstHeld) return;
+  std::uint64_t perFrame = (held - gWatch.firstHeld) / static_cast<std::uint64_t>(step - gWatch.firstStep);
   std::uint64_t needed = gWatch.base + perFrame * static_cast<std::uint64_t>(total) / kFrameParts * kHeldParts;
-  if (needed > gWatch.budget || held > gWatch.budget) StopRender(total, needed);
+  if (needed > gWatch.budget) StopRender(total, needed);
 }
 
 }  // namespace
