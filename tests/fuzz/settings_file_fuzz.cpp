@@ -1,10 +1,12 @@
 // Any bytes as a settings file: read over the defaults, written back out,
 // and loaded into the headless dialog, whose number reads must stay within
-// their ranges.
+// their ranges; then the command line's report of what the dialog changed.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
+#include "host/settings_report.h"
+#include "plugin/build_pipeline.h"
 #include "plugin/control_table.h"
 #include "plugin/controls_startup.h"
 #include "plugin/host_interface.h"
@@ -39,6 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     int value = ReadControlInt(&snapshot.controls, static_cast<int>(row.id));
     if (minimum <= maximum && (value < minimum || value > maximum)) std::abort();
   }
+  int effect = EffectRowOfSelection(ControlSelection(&snapshot.controls, kEffectListControl));
+  SettingsAdjustments(&snapshot.controls, effect);
   SnapshotClear(&snapshot);
   return 0;
 }
