@@ -63,13 +63,13 @@ long long FileBytes(const std::string& path) {
 }
 
 // One effect, as a render of it with built-in settings would make it. 1 if
-// the GIF was written.
-int RenderEffect(int row, const std::string& folder, GalleryEntry* entry) {
+// the GIF was written; otherwise what the run showed (Memory error), if
+// anything, is in shown.
+int RenderEffect(int row, const std::string& folder, GalleryEntry* entry, std::string* shown) {
   SettingsReset();
   SettingStore(SettingFind("MainEffect"), std::to_string(row).c_str());
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
-  snapshot.messagesToStderr = true;
   HostRecord host = ReferenceHostRecord();
   RenderLoadDialog(&snapshot, host.hostFlags, 1, 90, 0);
   entry->name = EffectTable[row].name;
@@ -83,6 +83,7 @@ int RenderEffect(int row, const std::string& folder, GalleryEntry* entry) {
   const std::vector<std::uint32_t>& codes = ReferenceHostCurrent().codes;
   entry->frames = static_cast<int>(std::count(codes.begin(), codes.end(), kHostAddImage));
   entry->bytes = FileBytes(path);
+  if (!snapshot.messages.empty()) *shown = snapshot.messages.back();
   SnapshotClear(&snapshot);
   return complete != 0 && ReferenceHostCurrent().filesWritten == 1 ? 1 : 0;
 }
@@ -137,8 +138,10 @@ int RenderGallery(const std::string& folder) {
     if (EffectTable[row].build == nullptr) continue;
     if (terminal) std::fprintf(stderr, "\rrendering %-22s", EffectTable[row].name);
     GalleryEntry entry;
-    if (RenderEffect(row, folder, &entry) == 0)
-      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder);
+    std::string shown;
+    if (RenderEffect(row, folder, &entry, &shown) == 0)
+      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder +
+                    (shown.empty() ? "" : ": " + shown));
     entries.push_back(entry);
   }
   drawing.op = kGdiStop;
