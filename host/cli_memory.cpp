@@ -17,6 +17,8 @@ constexpr std::uint64_t kFrameParts = 3;
 
 struct MemoryWatch {
   int effect = 0;
+  int width = 0;  // of a frame, if known
+  int height = 0;
   std::uint64_t base = 0;
   std::uint64_t budget = 0;
   std::int64_t firstStep = -1;  // the effect's first report of a frame
@@ -48,6 +50,8 @@ void CheckProjection(std::int64_t step, std::int64_t total) {
   if (gWatch.firstStep < 0) {
     gWatch.firstStep = step;
     gWatch.firstHeld = held;
+    std::uint64_t needed = gWatch.base + FramesBytesNeeded(gWatch.width, gWatch.height, static_cast<int>(total));
+    if (needed > gWatch.budget) StopRender(total, needed);
     return;
   }
   if (step <= gWatch.firstStep || held <= gWatch.firstHeld) return;
@@ -58,9 +62,11 @@ void CheckProjection(std::int64_t step, std::int64_t total) {
 
 }  // namespace
 
-void CliMemoryWatchStart(int effect) {
+void CliMemoryWatchStart(int effect, int width, int height) {
   gWatch = MemoryWatch{};
   gWatch.effect = effect;
+  gWatch.width = width;
+  gWatch.height = height;
   gWatch.base = ProcessMemoryBytes();
   gWatch.budget = MachineMemoryBytes();
 }

@@ -7,8 +7,9 @@
 
 #include "plugin/host_interface.h"
 
-// Starts the watch for a render of effect: the memory held now is the base.
-void CliMemoryWatchStart(int effect);
+// Starts the watch for a render of effect whose frames are width by height
+// (0 by 0 if unknown): the memory held now is the base.
+void CliMemoryWatchStart(int effect, int width, int height);
 
 // A host callback that passes everything on to the reference host and, at
 // each progress report, projects the memory of all frames from those held so

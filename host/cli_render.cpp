@@ -269,15 +269,30 @@ int WriteAnimation(const ControlsSnapshot& snapshot, HostRecord* host, const Ren
   return kExitSuccess;
 }
 
+// The size of the effect's frames, as its preview draws the first of them;
+// 0 by 0 if it draws none.
+void FirstFrameSize(const Controls* dialog, const EffectEntry& effect, int* width, int* height) {
+  *width = *height = 0;
+  if (effect.preview == nullptr) return;
+  EffectContext context{};
+  context.dialog = dialog;
+  if (effect.preview(&context) == 0 || context.previewBitmap == nullptr) return;
+  DibSizeOf(context.previewBitmap, width, height);
+  MemFree(context.previewBitmap);
+}
+
 int RunEffect(const ControlsSnapshot& snapshot, const RenderOptions& options, int row) {
   const EffectEntry& effect = EffectTable[row];
   HostRecord host = ReferenceHostRecord();
   host.callback = CliWatchedCallback;
   ReferenceHostReset(options.output, CliShowsStatus());
-  CliMemoryWatchStart(row);
   GdiOp drawing{};
   drawing.op = kGdiStart;
   GdiCommand(&drawing);
+  int width = 0;
+  int height = 0;
+  FirstFrameSize(&snapshot.controls, effect, &width, &height);
+  CliMemoryWatchStart(row, width, height);
   int status = options.framesDir.empty() ? WriteAnimation(snapshot, &host, options)
                                          : WriteFrames(snapshot, &host, effect, options.framesDir);
   drawing.op = kGdiStop;
