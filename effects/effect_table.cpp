@@ -2,7 +2,10 @@
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
 #include "effects/effect.h"
+#include "effects/radial_fountain.h"
 #include "effects/simple.h"
+#include "effects/stripes.h"
+#include "effects/zaxis_fountain.h"
 #include "fills/material.h"
 
 namespace {
@@ -151,10 +154,10 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
-    {"Radial Fountain", nullptr, nullptr, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
+    {"Radial Fountain", RadialFountainPreview, RadialFountainBuild, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
     {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
     {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
-    {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
-    {"Z-Axis Fountain", nullptr, nullptr, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
+    {"Stripes", StripesPreview, StripesBuild, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
+    {"Z-Axis Fountain", ZAxisFountainPreview, ZAxisFountainBuild, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };
