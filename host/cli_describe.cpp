@@ -9,7 +9,7 @@ int CliDescribe(int argc, char** argv) {
   int status = CliNoArguments("describe", argc, argv,
                               "usage: lwmotio3 describe\n\n"
                               "Prints the plug-in's name, interface version and notice, as a host sees them.\n");
-  if (status != kExitSuccess) return status < 0 ? kExitSuccess : status;
+  if (status != kExitSuccess) return status == kCliHelpShown ? kExitSuccess : status;
   PluginParams params{};
   params.size = sizeof params;
   PluginDescribe(&params);

@@ -47,7 +47,7 @@ int CliNoArguments(const char* command, int argc, char** argv, const char* usage
   std::string argument = argv[1];
   if (argc == 2 && (argument == "--help" || argument == "-h")) {
     std::fputs(usage, stdout);
-    return CliFinishOutput(command) == kExitSuccess ? -1 : kExitFailure;
+    return CliFinishOutput(command) == kExitSuccess ? kCliHelpShown : kExitFailure;
   }
   if (argument.size() > 1 && argument[0] == '-') return CliUsage(command, "unknown option '" + argument + "'");
   return CliUsage(command, "unexpected argument '" + argument + "'");

@@ -26,7 +26,10 @@ void CliWarn(const char* command, const std::string& message);
 // line with the system's reason and kExitFailure.
 int CliFinishOutput(const char* command);
 
+// What CliNoArguments returns when it printed the usage: the command is done.
+constexpr int kCliHelpShown = -1;
+
 // Checks that argv holds nothing after the command's name but --help (which
-// prints usage to stdout): kExitSuccess to go on, -1 when help was shown,
-// else the usage refusal.
+// prints usage to stdout): kExitSuccess to go on, kCliHelpShown, or the exit
+// code of a refusal.
 int CliNoArguments(const char* command, int argc, char** argv, const char* usage);
