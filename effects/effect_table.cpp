@@ -2,6 +2,7 @@
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
 #include "effects/effect.h"
+#include "effects/hot_lead.h"
 #include "effects/simple.h"
 #include "fills/material.h"
 
@@ -145,7 +146,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
-    {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
+    {"Hot Lead", HotLeadPreview, HotLeadBuild, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
     {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},

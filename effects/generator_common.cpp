@@ -122,3 +122,13 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
   CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
 }
+
+int AppendEffectFrame(FrameList* frames, DibHandle image, std::uint32_t delay) {
+  FrameRecord record{};
+  record.image = image;
+  record.delay = delay;
+  record.transparentIndex = -1;
+  if (FrameListAppend(frames, &record) == 1) return 1;
+  MemFree(image);
+  return 0;
+}

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "plugin/controls.h"
+#include "plugin/host_interface.h"
 #include "raster/dib.h"
 
 constexpr int kEffectTextLimit = 260;  // the text edit holds at most this many bytes
@@ -95,3 +96,7 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+
+// Appends a frame at delay, with no transparent index. On failure the image
+// is freed and 0 returned.
+int AppendEffectFrame(FrameList* frames, DibHandle image, std::uint32_t delay);

@@ -51,16 +51,6 @@ int CompositeOutlineAt(const TextFrame& frame, DibHead* picture, int x, int y) {
   return 1;
 }
 
-int AppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
-  FrameRecord record{};
-  record.image = image;
-  record.delay = delay;
-  record.transparentIndex = -1;
-  if (FrameListAppend(context->frames, &record) == 1) return 1;
-  MemFree(image);
-  return 0;
-}
-
 }  // namespace
 
 DibHandle SimpleGenerate(EffectContext* context) {
@@ -127,7 +117,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (rolling == 0) return AppendFrame(context, still, delay);
+  if (rolling == 0) return AppendEffectFrame(context->frames, still, delay);
 
   int width = 0;
   int height = 0;
@@ -143,7 +133,7 @@ int SimpleBuild(EffectContext* context) {
     extra.scrollY = vertical ? steps[i].offset : 0;
     DibHandle image = SimpleGenerate(context);
     if (image == nullptr) return 0;
-    if (AppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    if (AppendEffectFrame(context->frames, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

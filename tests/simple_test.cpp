@@ -3,38 +3,16 @@
 
 #include "effects/simple.h"
 #include "effects/text_frame.h"
-#include "plugin/controls_startup.h"
-#include "tests/text_test_support.h"
+#include "tests/effect_run_support.h"
 
 namespace {
 
-// Simple run against the headless dialog as it stands after start-up with
-// the compiled-in settings and no saved fills.
-class SimpleEffect : public GdiStarted {
+class SimpleEffect : public EffectRun {
  protected:
   void SetUp() override {
-    SettingsReset();
-    SnapshotInit(&snapshot_);
-    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
-    context_.dialog = &snapshot_.controls;
-    context_.frames = &frames_;
+    EffectRun::SetUp();
     context_.extra = &still_;
   }
-  void TearDown() override {
-    FrameListFree(&frames_);
-    SnapshotClear(&snapshot_);
-  }
-
-  std::vector<FrameRecord> Frames() {
-    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
-    std::vector<FrameRecord> out(records, records + frames_.count);
-    MemUnlock(frames_.records);
-    return out;
-  }
-
-  ControlsSnapshot snapshot_;
-  FrameList frames_{};
-  EffectContext context_{};
   SimpleExtra still_{0, 0};
 };
 
@@ -77,8 +55,7 @@ TEST_F(SimpleEffect, StillBuildIsOneFrameAndScrollingBuildPausesTwice) {
   SnapshotSetNumber(&snapshot_, 117, 16);
   SnapshotSetNumber(&snapshot_, 33, 100);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  std::vector<std::uint32_t> delays;
-  for (const FrameRecord& frame : Frames()) delays.push_back(frame.delay);
+  std::vector<std::uint32_t> delays = Delays();
   ASSERT_EQ(delays.size(), 16u);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 108u), 2);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 8u), 14);
