@@ -3,6 +3,7 @@
 // panel's labels close the list.
 #include "effects/effect.h"
 #include "effects/hot_lead.h"
+#include "effects/odometer.h"
 #include "effects/simple.h"
 #include "fills/material.h"
 
@@ -150,7 +151,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
     {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
-    {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
+    {"Odometer", OdometerPreview, OdometerBuild, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
     {"Radial Fountain", nullptr, nullptr, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
     {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},

@@ -24,17 +24,30 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
   return (colour * level / 255 + pixel * (255 - level) / 255) & 0xFF;
 }
 
-// Walks the mask's rows from column firstX; a mask value at (x, y) lands in
-// the frame at (x - shiftLeft, y) with the colour that colourAt gives for (x, y).
+// Where a mask's values land in the frame: the mask is walked from
+// (firstX, firstY), its value at (x, y), times scale / 255, blends into the
+// frame at (x + moveX, y + moveY).
+struct MaskPlacement {
+  int firstX;
+  int firstY;
+  int moveX;
+  int moveY;
+  int scale;
+};
+
+constexpr MaskPlacement kMaskInPlace = {0, 0, 0, 0, kFullLevel};
+
+// colourAt gives the colour for a frame place.
 template <typename ColourAt>
-void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt) {
-  for (int y = 0; y < mask->biHeight; ++y) {
-    for (int x = firstX; x < mask->biWidth; ++x) {
-      int level = DibGetPixel(mask, x, y) & 0xFF;
+void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskPlacement& place, ColourAt colourAt) {
+  for (int y = place.firstY; y < mask->biHeight; ++y) {
+    for (int x = place.firstX; x < mask->biWidth; ++x) {
+      int level = (DibGetPixel(mask, x, y) & 0xFF) * place.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
-      int frameX = x - shiftLeft;
-      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
-      DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+      const int frameX = x + place.moveX;
+      const int frameY = y + place.moveY;
+      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
+      DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(frameX, frameY), pixel, level));
     }
   }
 }
@@ -110,17 +123,26 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask) {
 }
 
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY) {
-  CompositeThroughMask(frame, mask, 0, 0, [&](int x, int y) {
+  CompositeThroughMask(frame, mask, kMaskInPlace, [&](int x, int y) {
     return static_cast<std::uint32_t>(DibGetPixel(fill, x - placeX, y - placeY));
   });
 }
 
+void CompositeFillAt(DibHead* frame, const DibHead* fill, const DibHead* mask, int left, int top) {
+  CompositeThroughMask(frame, mask, {0, 0, left, top, kFullLevel},
+                       [fill](int x, int y) { return static_cast<std::uint32_t>(DibGetPixel(fill, x, y)); });
+}
+
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, kMaskInPlace, [colour](int, int) { return colour; });
 }
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {1, 0, -1, 0, kFullLevel}, [colour](int, int) { return colour; });
+}
+
+void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level) {
+  CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
 }
 
 int AppendEffectFrame(FrameList* frames, DibHandle image, std::uint32_t delay) {

@@ -170,6 +170,9 @@ DibHandle DibFromBmpFile(const std::uint8_t* bytes, std::size_t size, std::int32
 // Copies the pixels that lie inside both bitmaps. Always 1.
 int DibRegionCopy(DibHead* destination, int destinationX, int destinationY, const DibHead* source, int sourceX,
                   int sourceY, int width, int height);
+// 1 when both bitmaps lock and have the same width, height, depth and
+// pixels; 0 otherwise.
+int DibSamePicture(DibHandle first, DibHandle second);
 // Clears the 768-byte palette and copies the colour table out, red first.
 // Returns the number of colours, 0 above 8 bits.
 int DibPaletteOf(const DibHead* head, std::uint8_t* palette);
