@@ -4,6 +4,7 @@
 #include "effects/effect.h"
 #include "effects/hot_lead.h"
 #include "effects/odometer.h"
+#include "effects/runway.h"
 #include "effects/simple.h"
 #include "fills/material.h"
 
@@ -154,7 +155,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Odometer", OdometerPreview, OdometerBuild, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
     {"Radial Fountain", nullptr, nullptr, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
-    {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
+    {"Runway", RunwayPreview, RunwayBuild, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
     {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
     {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
