@@ -6,6 +6,7 @@
 #include "effects/odometer.h"
 #include "effects/runway.h"
 #include "effects/simple.h"
+#include "effects/spiral.h"
 #include "fills/material.h"
 
 namespace {
@@ -157,7 +158,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Radial Fountain", nullptr, nullptr, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
     {"Runway", RunwayPreview, RunwayBuild, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
-    {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
+    {"Spiral", SpiralPreview, SpiralBuild, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
     {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
     {"Z-Axis Fountain", nullptr, nullptr, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };

@@ -146,6 +146,10 @@ inline int DibSizeOf(DibHandle dib, int* width, int* height) {
   return lock.head != nullptr ? 1 : 0;
 }
 
+// Whether a bitmap of this size and bit count can be made at all: its pixel
+// bytes must be countable in the head's 32-bit size field.
+bool DibSizeFits(std::int64_t width, std::int64_t height, int bitCount);
+
 // Constructors: each returns a new block owned by the caller, or null with
 // nothing left allocated.
 // Depth wish: 0 and above 24 give 32 bits, 1 gives 1, 2-4 give 4, 5-8 give 8,
