@@ -7,6 +7,7 @@
 #include "effects/runway.h"
 #include "effects/simple.h"
 #include "effects/spiral.h"
+#include "effects/stripes.h"
 #include "fills/material.h"
 
 namespace {
@@ -159,6 +160,6 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Runway", RunwayPreview, RunwayBuild, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
     {"Spiral", SpiralPreview, SpiralBuild, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
-    {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
+    {"Stripes", StripesPreview, StripesBuild, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
     {"Z-Axis Fountain", nullptr, nullptr, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };

@@ -145,12 +145,12 @@ void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead*
   CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
 }
 
-int AppendEffectFrame(FrameList* frames, DibHandle image, std::uint32_t delay) {
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
   FrameRecord record{};
   record.image = image;
   record.delay = delay;
   record.transparentIndex = -1;
-  if (FrameListAppend(frames, &record) == 1) return 1;
+  if (FrameListAppend(context->frames, &record) == 1) return 1;
   MemFree(image);
   return 0;
 }

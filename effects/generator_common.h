@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
+#include "effects/effect.h"
 #include "plugin/controls.h"
-#include "plugin/host_interface.h"
 #include "raster/dib.h"
 
 constexpr int kEffectTextLimit = 260;  // the text edit holds at most this many bytes
@@ -105,6 +105,6 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // column go unused, so the outline shows only right of and below the glyph.
 void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level);
 
-// Appends a frame at delay, with no transparent index. On failure the image
-// is freed and 0 returned.
-int AppendEffectFrame(FrameList* frames, DibHandle image, std::uint32_t delay);
+// Appends a frame with its delay (transparent index -1); the list owns it from
+// then on. On failure the frame is freed and 0 returned.
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);

@@ -30,7 +30,7 @@ void ReadHotLeadExtra(const Controls* dialog, const SharedControls& shared, HotL
 
 int AppendNextFrame(EffectContext* context, std::uint32_t delay) {
   DibHandle image = HotLeadGenerate(context);
-  return image != nullptr && AppendEffectFrame(context->frames, image, delay) == 1 ? 1 : 0;
+  return image != nullptr && AppendEffectFrame(context, image, delay) == 1 ? 1 : 0;
 }
 
 }  // namespace

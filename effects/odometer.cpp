@@ -67,7 +67,7 @@ int AppendIfChanged(FrameFilter* filter, int index, int total) {
   if (filter->last != nullptr && DibSamePicture(image.get(), filter->last.get()) == 1) return 1;
   filter->last.reset(DibClone(image.get()));
   if (filter->last == nullptr) return 0;
-  if (AppendEffectFrame(filter->context->frames, image.release(), filter->delay) == 0) return 0;
+  if (AppendEffectFrame(filter->context, image.release(), filter->delay) == 0) return 0;
   HostProgress(filter->context->host, index, total);
   return 1;
 }
@@ -159,7 +159,7 @@ int OdometerBuild(EffectContext* context) {
   if (appear == 0 && disappear == 0) {
     context->flags |= kEffectFlagStill;
     DibHandle still = OdometerGenerate(context);
-    return still != nullptr ? AppendEffectFrame(context->frames, still, delay) : 0;
+    return still != nullptr ? AppendEffectFrame(context, still, delay) : 0;
   }
   if (shared.textLength < 1) return 0;
   FrameFilter filter{context, delay, DibOwner()};

@@ -186,12 +186,12 @@ int RunwayBuild(EffectContext* context) {
   if (extra->shared.rolling == 0) {
     SetRestingStages(extra.get());
     DibHandle still = RunwayGenerate(context);
-    result = still != nullptr ? AppendEffectFrame(context->frames, still, delay) : 0;
+    result = still != nullptr ? AppendEffectFrame(context, still, delay) : 0;
   } else {
     for (bool moved = true; moved;) {
       moved = AdvanceRunway(extra.get());
       DibHandle image = RunwayGenerate(context);
-      if (image == nullptr || AppendEffectFrame(context->frames, image, delay) == 0) {
+      if (image == nullptr || AppendEffectFrame(context, image, delay) == 0) {
         result = 0;
         break;
       }

@@ -177,7 +177,7 @@ void CropFrames(FrameList* frames, const SpiralExtra& extra) {
 
 int AppendNextFrame(EffectContext* context, std::uint32_t delay) {
   DibHandle image = SpiralGenerate(context);
-  return image != nullptr && AppendEffectFrame(context->frames, image, delay) == 1 ? 1 : 0;
+  return image != nullptr && AppendEffectFrame(context, image, delay) == 1 ? 1 : 0;
 }
 
 // The animated build: a background frame, then one more stamp a frame,
@@ -261,7 +261,7 @@ int SpiralBuild(EffectContext* context) {
   if (extra.shared.rolling == 0) {
     extra.endAngle = -extra.step;
     DibHandle still = SpiralGenerate(context);
-    result = still != nullptr ? AppendEffectFrame(context->frames, CroppedOrKept(still, extra), delay) : 0;
+    result = still != nullptr ? AppendEffectFrame(context, CroppedOrKept(still, extra), delay) : 0;
   } else {
     result = BuildSpiralSequence(context, &extra, delay, pause);
   }

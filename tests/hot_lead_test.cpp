@@ -2,7 +2,7 @@
 
 #include "effects/hot_lead.h"
 #include "effects/hot_lead_emboss.h"
-#include "tests/effect_run_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ TEST(HotLeadEmboss, KernelRowsRunUpFromTheBottomRowAndReadsWrapAround) {
   EXPECT_EQ(HotLeadConvolve(flat.get(), 2, even), nullptr);
 }
 
-class HotLeadEffect : public EffectRun {};
+class HotLeadEffect : public EffectOnDefaults {};
 
 // The whole sequence comes out with Animated off; the blank frame is only
 // background and pauses when it stands before a single letter.

@@ -1,5 +1,5 @@
 #include "effects/odometer.h"
-#include "tests/effect_run_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
@@ -11,10 +11,10 @@ TEST(OdometerMotion, StepFollowsStepsAndDragIsTheStepSharedByPersistence) {
   EXPECT_EQ(OdometerMotionFor(1, 3).drag, 34.0);
 }
 
-class OdometerEffect : public EffectRun {
+class OdometerEffect : public EffectOnDefaults {
  protected:
   void SetUp() override {
-    EffectRun::SetUp();
+    EffectOnDefaults::SetUp();
     SnapshotSetNumber(&snapshot_, 33, 100);
     SnapshotSetNumber(&snapshot_, 148, 1);  // a letter arrives in one step
     SnapshotSetNumber(&snapshot_, 152, 0);

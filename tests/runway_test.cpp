@@ -1,5 +1,5 @@
 #include "effects/runway.h"
-#include "tests/effect_run_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ TEST(RunwayStages, CountAndStepAreLoweredUntilTheSmallestStageIsLegible) {
   EXPECT_EQ(RunwayStageLevel(0, 1, 16), 16);
 }
 
-class RunwayEffect : public EffectRun {};
+class RunwayEffect : public EffectOnDefaults {};
 
 // With one stage the letters arrive whole, one a frame. The blank enters
 // last and adds nothing to the picture, and the round that moves nothing

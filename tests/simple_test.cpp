@@ -3,14 +3,14 @@
 
 #include "effects/simple.h"
 #include "effects/text_frame.h"
-#include "tests/effect_run_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
-class SimpleEffect : public EffectRun {
+class SimpleEffect : public EffectOnDefaults {
  protected:
   void SetUp() override {
-    EffectRun::SetUp();
+    EffectOnDefaults::SetUp();
     context_.extra = &still_;
   }
   SimpleExtra still_{0, 0};

@@ -2,7 +2,7 @@
 
 #include "effects/spiral.h"
 #include "effects/spiral_turn.h"
-#include "tests/effect_run_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
@@ -115,7 +115,7 @@ TEST(SpiralAngles, StartRoundsDownToAWholeStepAndTheScaleSpreadsOverTheSteps) {
             std::tuple(0, 0, 0, 100, 255));
 }
 
-class SpiralEffect : public EffectRun {
+class SpiralEffect : public EffectOnDefaults {
  protected:
   void Angles(int start, int step) {
     SnapshotSetNumber(&snapshot_, 251, start);

@@ -6,11 +6,10 @@
 #include <vector>
 
 #include "effects/effect.h"
-#include "plugin/controls_snapshot.h"
 #include "plugin/controls_startup.h"
 #include "tests/text_test_support.h"
 
-class EffectRun : public GdiStarted {
+class EffectOnDefaults : public GdiStarted {
  protected:
   void SetUp() override {
     SettingsReset();
