@@ -22,7 +22,8 @@ DibHandle SpiralRotate(DibHandle stamp, int angle, int smooth);
 DibHandle SpiralTurn(DibHandle stamp, int angle, int smooth);
 
 // The smallest rectangle, right and bottom exclusive, that holds the
-// bitmap's non-zero pixels, moved by the offset; all 0 when there are none.
+// non-zero pixels of a bitmap of 8 bits or more, moved by the offset; all 0
+// when there are none.
 DibRect SpiralBounds(const DibHead* bitmap, int offsetX, int offsetY);
 
 // The smallest rectangle holding both; an empty one adds nothing.

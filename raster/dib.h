@@ -177,6 +177,9 @@ int DibRegionCopy(DibHead* destination, int destinationX, int destinationY, cons
 // 1 when both bitmaps lock and have the same width, height, depth and
 // pixels; 0 otherwise.
 int DibSamePicture(DibHandle first, DibHandle second);
+// The bytes of a row from its first to its last non-zero one: first and stop
+// (exclusive), equal when the row is all zero.
+void DibRowInk(const std::uint8_t* row, int bytes, int* first, int* stop);
 // Clears the 768-byte palette and copies the colour table out, red first.
 // Returns the number of colours, 0 above 8 bits.
 int DibPaletteOf(const DibHead* head, std::uint8_t* palette);

@@ -47,26 +47,32 @@ DibHandle PlainRotate(DibHandle stamp, int angle, int smooth) {
   return out;
 }
 
-// A patterned bitmap with runs of zero, odd in one side and even in the other.
-DibHandle Pattern(int bitCount) {
-  DibHandle dib = DibNew(37, 24, nullptr, bitCount);
+// A patterned bitmap with runs of zero, odd in one side and even in the
+// other; or, as a stamp is, blank but for a band of ink left of the centre.
+DibHandle Pattern(int bitCount, bool band = false) {
+  const int width = band ? 61 : 37;
+  const int height = band ? 44 : 24;
+  DibHandle dib = DibNew(width, height, nullptr, bitCount);
   DibLock lock(dib);
-  for (int y = 0; y < 24; ++y)
-    for (int x = 0; x < 37; ++x)
-      if ((x + y) % 5 != 0) DibPutPixel(lock.head, x, y, static_cast<std::uint32_t>((x * 53 + y * 97) * 0x010307));
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) {
+      const bool inked = band ? y >= 19 && y < 26 && x >= 6 && x < 31 : (x + y) % 5 != 0;
+      if (inked) DibPutPixel(lock.head, x, y, static_cast<std::uint32_t>((x * 53 + y * 97) * 0x010307));
+    }
   return dib;
 }
 
 TEST(SpiralTurn, FastTurnEqualsThePlainOneAtEveryAngleDepthAndMode) {
-  for (int bitCount : {8, 24}) {
-    DibOwner stamp(Pattern(bitCount));
-    for (int angle : {20, 45, 100, 270, 359, 360, 700})
-      for (int smooth : {0, 1}) {
-        Pixels fast = TakePixels(SpiralRotate(stamp.get(), angle, smooth));
-        EXPECT_EQ(fast.values, TakePixels(PlainRotate(stamp.get(), angle, smooth)).values)
-            << bitCount << " bits at " << angle << " smooth " << smooth;
-      }
-  }
+  for (bool band : {false, true})
+    for (int bitCount : {8, 24}) {
+      DibOwner stamp(Pattern(bitCount, band));
+      for (int angle = 1; angle < 720; angle += band ? 7 : 89)
+        for (int smooth : {0, 1}) {
+          Pixels fast = TakePixels(SpiralRotate(stamp.get(), angle, smooth));
+          ASSERT_EQ(fast.values, TakePixels(PlainRotate(stamp.get(), angle, smooth)).values)
+              << bitCount << " bits at " << angle << " smooth " << smooth << " band " << band;
+        }
+    }
 }
 
 // The quarter turns are exact and turn the same way as the free turn, which

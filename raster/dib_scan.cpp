@@ -1,8 +1,30 @@
-// Picture equality, pixel by pixel, ignoring the colour table and the
-// padding at the end of each row.
+// Scans over a bitmap's bytes: picture equality, ignoring the colour table
+// and the padding at the end of each row, and the inked stretch of a row.
 #include <cstring>
 
 #include "raster/dib.h"
+
+namespace {
+
+// Eight bytes at a time while they are all zero, from the front or the back.
+bool ZeroWord(const std::uint8_t* bytes) {
+  std::uint64_t word;
+  std::memcpy(&word, bytes, sizeof word);
+  return word == 0;
+}
+
+}  // namespace
+
+void DibRowInk(const std::uint8_t* row, int bytes, int* first, int* stop) {
+  int start = 0;
+  while (start + 8 <= bytes && ZeroWord(row + start)) start += 8;
+  while (start < bytes && row[start] == 0) ++start;
+  int end = bytes;
+  while (end - 8 >= start && ZeroWord(row + end - 8)) end -= 8;
+  while (end > start && row[end - 1] == 0) --end;
+  *first = start;
+  *stop = end;
+}
 
 int DibSamePicture(DibHandle first, DibHandle second) {
   DibLock a(first);
