@@ -105,7 +105,10 @@ void StampThrough(DibHead* frame, const DibHead* fill, const DibHead* stamp, int
   const int lastX = std::min({stamp->biWidth, frame->biWidth - left, fill->biWidth - left});
   for (int y = firstY; y < lastY; ++y) {
     const std::uint8_t* values = DibRow(stamp, y);
-    for (int x = firstX; x < lastX; ++x) {
+    int inkFirst = 0;
+    int inkStop = 0;
+    DibRowInk(values, stamp->biWidth, &inkFirst, &inkStop);
+    for (int x = std::max(firstX, inkFirst); x < std::min(lastX, inkStop); ++x) {
       if (values[x] == 0) continue;
       const int level = values[x] * alpha / kFullLevel;
       const auto colour = static_cast<std::uint32_t>(DibGetPixel(fill, left + x, top + y));
