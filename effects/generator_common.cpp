@@ -145,6 +145,13 @@ void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead*
   CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
 }
 
+int EffectPreviewOnce(EffectContext* context, void* extra, EffectGenerator generate) {
+  context->flags |= kEffectFlagPreview;
+  context->extra = extra;
+  context->previewBitmap = generate(context);
+  return 1;
+}
+
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
   FrameRecord record{};
   record.image = image;

@@ -105,6 +105,12 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // column go unused, so the outline shows only right of and below the glyph.
 void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level);
 
+using EffectGenerator = DibHandle (*)(EffectContext* context);
+
+// The preview's one call: bit 2 set, extra in place for the generator, and
+// its picture left in previewBitmap. Always 1.
+int EffectPreviewOnce(EffectContext* context, void* extra, EffectGenerator generate);
+
 // Appends a frame with its delay (transparent index -1); the list owns it from
 // then on. On failure the frame is freed and 0 returned.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);

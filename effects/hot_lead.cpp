@@ -17,8 +17,10 @@ constexpr int kDepthId = 492;
 constexpr int kBorder = 2;  // round the padded text, room for the relief
 
 // The text with its blank, all of it shown, and the kernel's settings.
-void ReadHotLeadExtra(const Controls* dialog, const SharedControls& shared, HotLeadExtra* extra) {
+void ReadHotLeadExtra(const Controls* dialog, HotLeadExtra* extra) {
   std::memset(extra, 0, sizeof *extra);
+  ReadSharedControls(dialog, &extra->shared);
+  const SharedControls& shared = extra->shared;
   if (shared.textLength > 0) {
     std::memcpy(extra->fullText, shared.text, shared.textLength);
     extra->fullText[shared.textLength] = ' ';
@@ -65,27 +67,19 @@ DibHandle HotLeadGenerate(EffectContext* context) {
 }
 
 int HotLeadPreview(EffectContext* context) {
-  SharedControls shared;
-  ReadSharedControls(context->dialog, &shared);
   HotLeadExtra extra;
-  ReadHotLeadExtra(context->dialog, shared, &extra);
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = HotLeadGenerate(context);
-  return 1;
+  ReadHotLeadExtra(context->dialog, &extra);
+  return EffectPreviewOnce(context, &extra, HotLeadGenerate);
 }
 
 // The whole sequence, whatever the Animated box says: an optional blank
 // frame, then one more letter a frame, the last one pausing.
 int HotLeadBuild(EffectContext* context) {
-  const Controls* dialog = context->dialog;
-  SharedControls shared;
-  ReadSharedControls(dialog, &shared);
-  const auto delay = static_cast<std::uint32_t>(shared.delay);
-  const auto pause = static_cast<std::uint32_t>(shared.pause);
-  const int blankFrame = ControlChecked(dialog, kBlankFrameId);
   HotLeadExtra extra;
-  ReadHotLeadExtra(dialog, shared, &extra);
+  ReadHotLeadExtra(context->dialog, &extra);
+  const auto delay = static_cast<std::uint32_t>(extra.shared.delay);
+  const auto pause = static_cast<std::uint32_t>(extra.shared.pause);
+  const int blankFrame = ControlChecked(context->dialog, kBlankFrameId);
   context->extra = &extra;
   context->flags |= kEffectFlagStill;
 

@@ -10,6 +10,7 @@ int HotLeadPreview(EffectContext* context);
 int HotLeadBuild(EffectContext* context);
 
 struct HotLeadExtra {
+  SharedControls shared;
   char fullText[kEffectTextLimit + 16];   // the text and one blank
   char shownText[kEffectTextLimit + 16];  // the part this frame shows
   int radius;      // the kernel's sigma in tenths

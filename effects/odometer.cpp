@@ -17,8 +17,10 @@ constexpr int kPersistenceId = 152;
 constexpr int kFullLevel = 255;
 
 // The letters of the text, all at rest.
-void ReadOdometerExtra(const SharedControls& shared, OdometerExtra* extra) {
+void ReadOdometerExtra(const Controls* dialog, OdometerExtra* extra) {
   *extra = OdometerExtra{};
+  ReadSharedControls(dialog, &extra->shared);
+  const SharedControls& shared = extra->shared;
   extra->length = shared.textLength;
   for (int i = 0; i <= shared.textLength; ++i) {
     OdometerLetter& letter = extra->letters[i];
@@ -130,30 +132,23 @@ DibHandle OdometerGenerate(EffectContext* context) {
 }
 
 int OdometerPreview(EffectContext* context) {
-  SharedControls shared;
-  ReadSharedControls(context->dialog, &shared);
   OdometerExtra extra;
-  ReadOdometerExtra(shared, &extra);
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = OdometerGenerate(context);
-  return 1;
+  ReadOdometerExtra(context->dialog, &extra);
+  return EffectPreviewOnce(context, &extra, OdometerGenerate);
 }
 
 // The Appear and Disappear boxes alone decide the motion; the Animated box
 // is not read. Each motion's last frame pauses.
 int OdometerBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  SharedControls shared;
-  ReadSharedControls(dialog, &shared);
-  const auto delay = static_cast<std::uint32_t>(shared.delay);
-  const auto pause = static_cast<std::uint32_t>(shared.pause);
+  OdometerExtra extra;
+  ReadOdometerExtra(dialog, &extra);
+  const auto delay = static_cast<std::uint32_t>(extra.shared.delay);
+  const auto pause = static_cast<std::uint32_t>(extra.shared.pause);
   const int appear = ControlChecked(dialog, kAppearId);
   const int disappear = ControlChecked(dialog, kDisappearId);
   const OdometerMotion motion =
       OdometerMotionFor(ReadControlInt(dialog, kStepsId), ReadControlInt(dialog, kPersistenceId));
-  OdometerExtra extra;
-  ReadOdometerExtra(shared, &extra);
   context->extra = &extra;
 
   if (appear == 0 && disappear == 0) {
@@ -161,7 +156,7 @@ int OdometerBuild(EffectContext* context) {
     DibHandle still = OdometerGenerate(context);
     return still != nullptr ? AppendEffectFrame(context, still, delay) : 0;
   }
-  if (shared.textLength < 1) return 0;
+  if (extra.shared.textLength < 1) return 0;
   FrameFilter filter{context, delay, DibOwner()};
   for (bool rising : {true, false}) {
     if ((rising ? appear : disappear) == 0) continue;

@@ -20,6 +20,7 @@ struct OdometerLetter {
 
 // One letter for each byte of the text and its blank.
 struct OdometerExtra {
+  SharedControls shared;
   int length;  // the typed text's, without the blank
   OdometerLetter letters[kEffectTextLimit + 1];
 };
