@@ -30,11 +30,6 @@ void ReadHotLeadExtra(const Controls* dialog, HotLeadExtra* extra) {
   extra->embossSize = ReadControlInt(dialog, kDepthId);
 }
 
-int AppendNextFrame(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = HotLeadGenerate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) == 1 ? 1 : 0;
-}
-
 }  // namespace
 
 DibHandle HotLeadGenerate(EffectContext* context) {
@@ -69,7 +64,7 @@ DibHandle HotLeadGenerate(EffectContext* context) {
 int HotLeadPreview(EffectContext* context) {
   HotLeadExtra extra;
   ReadHotLeadExtra(context->dialog, &extra);
-  return EffectPreviewOnce(context, &extra, HotLeadGenerate);
+  return RunEffectPreview(context, &extra, HotLeadGenerate);
 }
 
 // The whole sequence, whatever the Animated box says: an optional blank
@@ -92,13 +87,13 @@ int HotLeadBuild(EffectContext* context) {
     std::memset(extra.shownText, 0, sizeof extra.shownText);
     // Before a single letter the blank frame pauses as well.
     const bool singleLetter = extra.fullText[2] == '\0';
-    if (AppendNextFrame(context, delay + (singleLetter ? pause : 0)) == 0) return 0;
+    if (AppendGeneratedFrame(context, HotLeadGenerate, delay + (singleLetter ? pause : 0)) == 0) return 0;
   }
   for (int n = 1; extra.fullText[n] != '\0'; ++n) {
     std::memcpy(extra.shownText, extra.fullText, n);
     extra.shownText[n] = '\0';
     const bool last = extra.fullText[n + 1] == '\0';
-    if (AppendNextFrame(context, delay + (last ? pause : 0)) == 0) return 0;
+    if (AppendGeneratedFrame(context, HotLeadGenerate, delay + (last ? pause : 0)) == 0) return 0;
     HostProgress(context->host, n - 1, length);
   }
   return 1;

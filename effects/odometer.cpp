@@ -134,7 +134,7 @@ DibHandle OdometerGenerate(EffectContext* context) {
 int OdometerPreview(EffectContext* context) {
   OdometerExtra extra;
   ReadOdometerExtra(context->dialog, &extra);
-  return EffectPreviewOnce(context, &extra, OdometerGenerate);
+  return RunEffectPreview(context, &extra, OdometerGenerate);
 }
 
 // The Appear and Disappear boxes alone decide the motion; the Animated box
@@ -153,8 +153,7 @@ int OdometerBuild(EffectContext* context) {
 
   if (appear == 0 && disappear == 0) {
     context->flags |= kEffectFlagStill;
-    DibHandle still = OdometerGenerate(context);
-    return still != nullptr ? AppendEffectFrame(context, still, delay) : 0;
+    return AppendGeneratedFrame(context, OdometerGenerate, delay);
   }
   if (extra.shared.textLength < 1) return 0;
   FrameFilter filter{context, delay, DibOwner()};

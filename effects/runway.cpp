@@ -185,13 +185,11 @@ int RunwayBuild(EffectContext* context) {
   int result = 1;
   if (extra->shared.rolling == 0) {
     SetRestingStages(extra.get());
-    DibHandle still = RunwayGenerate(context);
-    result = still != nullptr ? AppendEffectFrame(context, still, delay) : 0;
+    result = AppendGeneratedFrame(context, RunwayGenerate, delay);
   } else {
     for (bool moved = true; moved;) {
       moved = AdvanceRunway(extra.get());
-      DibHandle image = RunwayGenerate(context);
-      if (image == nullptr || AppendEffectFrame(context, image, delay) == 0) {
+      if (AppendGeneratedFrame(context, RunwayGenerate, delay) == 0) {
         result = 0;
         break;
       }

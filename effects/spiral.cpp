@@ -178,21 +178,16 @@ void CropFrames(FrameList* frames, const SpiralExtra& extra) {
   }
 }
 
-int AppendNextFrame(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = SpiralGenerate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) == 1 ? 1 : 0;
-}
-
 // The animated build: a background frame, then one more stamp a frame,
 // all cropped alike at the end.
 int BuildSpiralSequence(EffectContext* context, SpiralExtra* extra, std::uint32_t delay, std::uint32_t pause) {
   context->flags |= kEffectFlagSpiralBuild;
-  const int background = AppendNextFrame(context, kBackgroundFrameDelay);
+  const int background = AppendGeneratedFrame(context, SpiralGenerate, kBackgroundFrameDelay);
   context->flags &= ~kEffectFlagSpiralBuild;
   if (background == 0) return 0;
   for (int d = 0; d <= extra->startAngle; d += extra->step) {
     extra->endAngle = extra->startAngle - d - extra->step;
-    if (AppendNextFrame(context, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, SpiralGenerate, delay) == 0) return 0;
     HostProgress(context->host, d, extra->startSetting);
   }
   CropFrames(context->frames, *extra);

@@ -1,5 +1,8 @@
 #include "fills/material.h"
 
+#include "fills/fountain.h"
+#include "fills/matrix_tile.h"
+
 namespace {
 
 int PaintSimple(MaterialRecord* record, DibHead* target) {
@@ -8,8 +11,12 @@ int PaintSimple(MaterialRecord* record, DibHead* target) {
   return 1;
 }
 
-// No gradient rasteriser is built in yet: a gradient fill fails cleanly.
-int PaintGradient(MaterialRecord*, DibHead*) { return 0; }
+int PaintGradient(MaterialRecord* record, DibHead* target) {
+  DibOwner gradient(FountainRender(target->biWidth, target->biHeight, &record->gradient));
+  DibLock lock(gradient.get());
+  if (lock.head == nullptr) return 0;
+  return DibRegionCopy(target, 0, 0, lock.head, 0, 0, target->biWidth, target->biHeight);
+}
 
 // Textures are generated on the square of the longer side. No generator is
 // built in yet, so a texture fill fails once it has its target.
@@ -19,10 +26,14 @@ int PaintTexture(MaterialRecord* record, DibHead* target) {
   return 0;
 }
 
-// No tile renderer is built in yet: a tile fill fails after taking its target.
+// The tile at its own size, repeated from the top left corner.
 int PaintTile(MaterialRecord* record, DibHead* target) {
   record->matrix.rectangle = {0, 0, target->biWidth, target->biHeight};
-  return 0;
+  DibOwner wall(MatrixTileRender(&record->matrix));
+  DibLock wallLock(wall.get());
+  if (wallLock.head == nullptr) return 0;
+  DibRegionCopy(target, 0, 0, wallLock.head, 0, 0, target->biWidth, target->biHeight);
+  return 1;
 }
 
 }  // namespace

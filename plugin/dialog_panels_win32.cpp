@@ -6,7 +6,9 @@
 
 #include "dialogkit/control_messages.h"
 #include "dialogkit/wells_win32.h"
+#include "fills/fountain_button_win32.h"
 #include "fills/material_swatch_win32.h"
+#include "fills/matrix_button_win32.h"
 #include "plugin/control_table.h"
 #include "plugin/build_pipeline.h"
 #include "plugin/main_dialog_win32.h"
@@ -25,6 +27,8 @@ WNDPROC ClassProcedure(ControlClass subclass) {
   switch (subclass) {
     case kClassFillSwatch:
       return MaterialButtonProc;
+    case kClassGradientBar:
+      return FountainButtonProc;
     case kClassColourWell:
       return ColourWellProc;
     case kClassDirectionWell:
@@ -33,6 +37,8 @@ WNDPROC ClassProcedure(ControlClass subclass) {
       return ScrollWellProc;
     case kClassTwoWayWell:
       return TwoWayWellProc;
+    case kClassMuralList:
+      return MatrixButtonProc;
     default:
       return nullptr;
   }

@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr int kHotLeadRow = 9;
+
 // An 8-bit mask of the given size with one value everywhere.
 DibHandle FlatMask(int width, int height, int value) {
   DibHandle mask = MaskNew(width, height);
@@ -60,16 +62,16 @@ TEST_F(HotLeadEffect, OneFrameALetterAfterAnOptionalBlankFrame) {
   SnapshotSetNumber(&snapshot_, 33, 100);
   SnapshotSetCheck(&snapshot_, 489, 1);
   SnapshotSetText(&snapshot_, 23, "Lead");
-  ASSERT_EQ(Build(HotLeadBuild), 1);
+  ASSERT_EQ(Build(kHotLeadRow), 1);
   EXPECT_EQ(Delays(), (std::vector<std::uint32_t>{8, 8, 8, 8, 108}));
-  Pixels blank = TakePixels(DibClone(Frames()[0].image));
+  Pixels blank = FramePixels(0);
   for (std::int32_t value : blank.values) ASSERT_EQ(value, 0xDADADA);
-  Pixels whole = TakePixels(DibClone(Frames()[4].image));
+  Pixels whole = FramePixels(4);
   EXPECT_EQ(std::tuple(whole.width, whole.height), std::tuple(blank.width, blank.height));
-  EXPECT_EQ(whole.values, Preview(HotLeadPreview).values);
+  EXPECT_EQ(whole.values, Preview(kHotLeadRow).values);
 
   SnapshotSetText(&snapshot_, 23, "L");
-  ASSERT_EQ(Build(HotLeadBuild), 1);
+  ASSERT_EQ(Build(kHotLeadRow), 1);
   EXPECT_EQ(Delays(), (std::vector<std::uint32_t>{108, 108}));
 }
 
@@ -79,8 +81,8 @@ TEST_F(HotLeadEffect, PictureSmallerThanTheKernelFailsTheBuild) {
   SnapshotSetNumber(&snapshot_, 31, 0);
   SnapshotSetNumber(&snapshot_, 492, 15);
   SnapshotSetText(&snapshot_, 23, "i");
-  EXPECT_EQ(Preview(HotLeadPreview).width, 0);
-  EXPECT_EQ(Build(HotLeadBuild), 0);
+  EXPECT_EQ(Preview(kHotLeadRow).width, 0);
+  EXPECT_EQ(Build(kHotLeadRow), 0);
   EXPECT_EQ(frames_.count, 0);
 }
 

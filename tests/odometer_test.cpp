@@ -3,6 +3,8 @@
 
 namespace {
 
+constexpr int kOdometerRow = 13;
+
 TEST(OdometerMotion, StepFollowsStepsAndDragIsTheStepSharedByPersistence) {
   const OdometerMotion fine = OdometerMotionFor(100, 0);
   EXPECT_EQ(std::tuple(fine.step, fine.drag), std::tuple(1.0, 1.0));
@@ -22,7 +24,7 @@ class OdometerEffect : public EffectOnDefaults {
   void Roll(int appear, int disappear) {
     SnapshotSetCheck(&snapshot_, 150, appear);
     SnapshotSetCheck(&snapshot_, 151, disappear);
-    ASSERT_EQ(Build(OdometerBuild), 1);
+    ASSERT_EQ(Build(kOdometerRow), 1);
   }
 };
 
@@ -32,11 +34,11 @@ TEST_F(OdometerEffect, OneFrameALetterWithStepsOneAndBlanksTakeNoTurn) {
   SnapshotSetText(&snapshot_, 23, "a b");
   Roll(1, 0);
   EXPECT_EQ(Delays(), (std::vector<std::uint32_t>{8, 108}));
-  EXPECT_EQ(TakePixels(DibClone(Frames()[1].image)).values, Preview(OdometerPreview).values);
+  EXPECT_EQ(FramePixels(1).values, Preview(kOdometerRow).values);
 
   Roll(0, 1);
   EXPECT_EQ(Delays(), (std::vector<std::uint32_t>{8, 108}));
-  for (std::int32_t value : TakePixels(DibClone(Frames()[1].image)).values) ASSERT_EQ(value, 0xB2B2B2);
+  for (std::int32_t value : FramePixels(1).values) ASSERT_EQ(value, 0xB2B2B2);
 
   Roll(1, 1);
   EXPECT_EQ(Delays(), (std::vector<std::uint32_t>{8, 108, 8, 108}));
@@ -51,7 +53,7 @@ TEST_F(OdometerEffect, EqualFramesAreDropped) {
   SnapshotSetNumber(&snapshot_, 148, 100);
   Roll(1, 0);
   const std::vector<FrameRecord> frames = Frames();
-  const int height = Preview(OdometerPreview).height;
+  const int height = Preview(kOdometerRow).height;
   ASSERT_GT(frames_.count, 2);
   EXPECT_LE(frames_.count, height + 1);
   for (std::size_t i = 1; i < frames.size(); ++i)

@@ -45,10 +45,10 @@ TEST_F(SimpleEffect, FrameIsTheMeasuredTextPlusMarginsAndShadowOffset) {
 TEST_F(SimpleEffect, StillBuildIsOneFrameAndScrollingBuildPausesTwice) {
   SnapshotSetCheck(&snapshot_, 32, 0);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  auto still = Frames();
-  ASSERT_EQ(still.size(), 1u);
-  EXPECT_EQ(still[0].delay, 8u);  // the palette host's delay default
-  EXPECT_EQ(still[0].transparentIndex, -1);
+  ASSERT_EQ(Delays(), std::vector<std::uint32_t>{8u});  // the palette host's delay default
+  FrameRecord still;
+  FrameRecordRead(&frames_, 0, &still);
+  EXPECT_EQ(still.transparentIndex, -1);
 
   FrameListFree(&frames_);
   SnapshotSetCheck(&snapshot_, 32, 1);

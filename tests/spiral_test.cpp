@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr int kSpiralRow = 18;
+
 // The turn as written down, pixel by pixel through the pixel functions: the
 // reference the fast turn must match byte for byte.
 int Channel(std::int32_t pixel, int channel) { return pixel >> (8 * channel) & 0xFF; }
@@ -135,27 +137,26 @@ TEST_F(SpiralEffect, FramesFollowTheAnglesAfterABackgroundFrame) {
   SnapshotSetNumber(&snapshot_, 28, 16);
   SnapshotSetNumber(&snapshot_, 33, 100);
   SnapshotSetText(&snapshot_, 23, "Spin");
-  ASSERT_EQ(Build(SpiralBuild), 1);
+  ASSERT_EQ(Build(kSpiralRow), 1);
   EXPECT_EQ(Delays(), (std::vector<std::uint32_t>{1, 8, 8, 8, 8, 8, 108}));
-  const std::vector<FrameRecord> frames = Frames();
-  Pixels background = TakePixels(DibClone(frames[0].image));
+  Pixels background = FramePixels(0);
   for (std::int32_t value : background.values) ASSERT_EQ(value, 0xFFFFFF);
-  Pixels last = TakePixels(DibClone(frames.back().image));
+  Pixels last = FramePixels(6);
   EXPECT_EQ(std::tuple(last.width, last.height), std::tuple(background.width, background.height));
 
   const std::pair<int, int> angles[] = {{90, 20}, {180, 90}, {16, 100}};
   const int counts[] = {6, 4, 2};
   for (int i = 0; i < 3; ++i) {
     Angles(angles[i].first, angles[i].second);
-    ASSERT_EQ(Build(SpiralBuild), 1);
+    ASSERT_EQ(Build(kSpiralRow), 1);
     EXPECT_EQ(frames_.count, counts[i]) << angles[i].first << "/" << angles[i].second;
   }
   // Without Animated the one frame is the finished spiral as the preview
   // shows it, but with the smooth turn.
   SnapshotSetCheck(&snapshot_, 32, 0);
-  ASSERT_EQ(Build(SpiralBuild), 1);
-  Pixels still = TakePixels(DibClone(Frames()[0].image));
-  Pixels preview = Preview(SpiralPreview);
+  ASSERT_EQ(Build(kSpiralRow), 1);
+  Pixels still = FramePixels(0);
+  Pixels preview = Preview(kSpiralRow);
   EXPECT_EQ(std::tuple(still.width, still.height), std::tuple(preview.width, preview.height));
 }
 
@@ -163,12 +164,12 @@ TEST_F(SpiralEffect, FramesFollowTheAnglesAfterABackgroundFrame) {
 TEST_F(SpiralEffect, FrameTooLargeOrEmptyTextFailsWithoutAFrame) {
   SnapshotSetNumber(&snapshot_, 28, 144);
   SnapshotSetText(&snapshot_, 23, std::string(260, 'W'));
-  EXPECT_EQ(SpiralPreview(&context_), 0);
-  EXPECT_EQ(Build(SpiralBuild), 0);
+  EXPECT_EQ(EffectTable[kSpiralRow].preview(&context_), 0);
+  EXPECT_EQ(Build(kSpiralRow), 0);
   EXPECT_EQ(frames_.count, 0);
   SnapshotSetText(&snapshot_, 23, "");
-  EXPECT_EQ(SpiralPreview(&context_), 0);
-  EXPECT_EQ(Build(SpiralBuild), 0);
+  EXPECT_EQ(EffectTable[kSpiralRow].preview(&context_), 0);
+  EXPECT_EQ(Build(kSpiralRow), 0);
 }
 
 }  // namespace
