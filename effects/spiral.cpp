@@ -76,19 +76,20 @@ int PrepareStamp(const Controls* dialog, SpiralExtra* extra) {
   std::int32_t advances[sizeof extra->text] = {};
   TextMeasure(dialog->window, extra->text, style, shared.characterSpace, &extra->textWidth, &extra->textHeight,
               advances);
-  const std::int64_t side = 2 * (static_cast<std::int64_t>(extra->textWidth) + pad);
-  if (!DibSizeFits(side + 2 * pad, side + 2 * pad, 24)) return 0;
-  extra->stampWidth = extra->stampHeight = static_cast<int>(side);
-  const int frameSide = extra->stampWidth + 2 * pad;
+  // The frame is the largest bitmap: if it cannot be counted, nothing is made.
+  const std::int64_t wantedSide = 2 * (static_cast<std::int64_t>(extra->textWidth) + pad);
+  if (!DibSizeFits(wantedSide + 2 * pad, wantedSide + 2 * pad, 24)) return 0;
+  const int side = static_cast<int>(wantedSide);
+  extra->stampWidth = extra->stampHeight = side;
+  const int frameSide = side + 2 * pad;
 
   DibOwner mask(TextMask(style, 0, 0, extra->text, extra->textWidth, extra->textHeight, kFullLevel, advances));
   extra->stamp.reset(DibNew(extra->stampWidth, extra->stampHeight, kThreeThreeTwo.data(), 8));
   DibLock maskLock(mask.get());
   DibLock stampLock(extra->stamp.get());
   if (maskLock.head == nullptr || stampLock.head == nullptr) return 0;
-  const int side32 = extra->stampWidth;
-  DibRegionCopy(stampLock.head, JustifiedLeft(extra->justify, side32, extra->textWidth),
-                side32 / 2 - extra->textHeight / 2, maskLock.head, 0, 0, extra->textWidth, extra->textHeight);
+  DibRegionCopy(stampLock.head, JustifiedLeft(extra->justify, side, extra->textWidth), side / 2 - extra->textHeight / 2,
+                maskLock.head, 0, 0, extra->textWidth, extra->textHeight);
   extra->fill.reset(RenderFillOf(dialog, kFillId, frameSide, frameSide));
   extra->finalFill.reset(RenderFillOf(dialog, kFinalFillId, frameSide, frameSide));
   if (extra->fill == nullptr || extra->finalFill == nullptr) return 0;
