@@ -33,6 +33,10 @@ refuses 2 "from 50 to 150" --character-space 151
 "$cli" render -o "$work/no/such/folder/out.gif" 2>err.txt
 [ $? -eq 1 ] && grep -q "cannot write" err.txt || fail "an unwritable output was not refused: $(cat err.txt)"
 
+# A spiral too large to hold ends as a failed build, not a crash.
+"$cli" render -o out.gif --effect Spiral --set MainFontSize=144 --text "$(printf '%0260d' 0 | tr 0 W)" 2>err.txt
+[ $? -eq 1 ] && grep -q "Memory error" err.txt && [ ! -e out.gif ] || fail "a huge spiral did not fail cleanly: $(cat err.txt)"
+
 "$cli" render --help | grep -q -- "--frames-dir" || fail "render --help does not document --frames-dir"
 "$cli" effects | grep -q "17  Simple" || fail "effects does not list Simple at row 17"
 
