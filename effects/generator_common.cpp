@@ -29,29 +29,31 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
 struct MaskWalk {
   int firstX;
   int firstY;
-  int shiftLeft;  // a mask value at (x, y) lands in the frame at (x - shiftLeft, y)
+  int moveX;  // a mask value at (x, y) lands in the frame at (x + moveX, y + moveY)
+  int moveY;
   int scale;
 };
 
 // Walks the mask's rows and columns from walk's first row and column, with
-// the colour that colourAt gives for (x, y). A pixel that falls outside the
-// frame is left out. The usual case, an 8-bit mask over a 24-bit frame from
-// inside the mask, walks the stored rows directly.
+// the colour that colourAt gives for mask place (x, y). A pixel that falls
+// outside the frame is left out. The usual case, an 8-bit mask over a 24-bit
+// frame from inside the mask, walks the stored rows directly.
 template <typename ColourAt>
 void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, ColourAt colourAt) {
   bool direct = mask->biBitCount == 8 && frame->biBitCount == 24 && walk.firstX >= 0 && walk.firstY >= 0;
   for (int y = walk.firstY; y < mask->biHeight; ++y) {
-    if (direct && y >= frame->biHeight) break;
+    int frameY = y + walk.moveY;
+    if (direct && (frameY < 0 || frameY >= frame->biHeight)) continue;
     const std::uint8_t* levels = direct ? DibRow(mask, y) : nullptr;
-    std::uint8_t* row = direct ? DibRow(frame, y) : nullptr;
+    std::uint8_t* row = direct ? DibRow(frame, frameY) : nullptr;
     for (int x = walk.firstX; x < mask->biWidth; ++x) {
       int value = direct ? levels[x] : DibGetPixel(mask, x, y) & 0xFF;
       int level = value * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
-      int frameX = x - walk.shiftLeft;
+      int frameX = x + walk.moveX;
       if (!direct) {
-        std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
-        DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+        std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
+        DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x, y), pixel, level));
         continue;
       }
       if (frameX < 0 || frameX >= frame->biWidth) continue;
@@ -149,7 +151,7 @@ void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask,
 }
 
 void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk) {
-  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, walk.level}, [&](int x, int y) {
+  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, 0, walk.level}, [&](int x, int y) {
     return static_cast<std::uint32_t>(DibGetPixel(fill, x - walk.fillX, y - walk.fillY));
   });
 }
@@ -159,11 +161,21 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 }
 
 void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
-  CompositeThroughMask(frame, mask, {0, 0, 0, level}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {0, 0, 0, 0, level}, [colour](int, int) { return colour; });
 }
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, {1, 0, 1, kFullLevel}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {1, 0, -1, 0, kFullLevel}, [colour](int, int) { return colour; });
+}
+
+void CompositeFillAt(DibHead* frame, const DibHead* fill, const DibHead* mask, int left, int top) {
+  CompositeThroughMask(frame, mask, {0, 0, left, top, kFullLevel}, [&](int x, int y) {
+    return static_cast<std::uint32_t>(DibGetPixel(fill, x + left, y + top));
+  });
+}
+
+void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level) {
+  CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
 }
 
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {

@@ -274,42 +274,29 @@ std::string GifWriteTarget(const std::string& path) {
   return target.string();
 }
 
-int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path, std::string* error) {
-  auto fail = [error](const std::string& why) {
-    if (error != nullptr) *error = why;
-    return 0;
-  };
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path) {
   std::string target = GifWriteTarget(path);
   if (target == "-") {
-    if (isatty(fileno(stdout)) != 0) return fail("standard output is a terminal");
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0)
-      return fail(std::strerror(errno));
-    return 1;
+    if (isatty(fileno(stdout)) != 0) return (errno = ENOTTY), 0;
+    return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0 ? 1 : 0;
   }
   std::error_code status;
-  if (std::filesystem::exists(target, status) && !std::filesystem::is_regular_file(target, status)) {
-    std::FILE* file = std::fopen(target.c_str(), "wb");
-    if (file == nullptr) return fail(std::strerror(errno));
-    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
-    int saved = errno;
-    if (std::fclose(file) != 0 && written) return fail(std::strerror(errno));
-    return written ? 1 : fail(std::strerror(saved));
-  }
-  std::string temporary = target + ".tmp";
-  std::FILE* file = std::fopen(temporary.c_str(), "wb");
-  if (file == nullptr) return fail(std::strerror(errno));
-  bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
+  bool direct = std::filesystem::exists(target, status) && !std::filesystem::is_regular_file(target, status);
+  std::string written = direct ? target : target + ".tmp";
+  std::FILE* file = std::fopen(written.c_str(), "wb");
+  if (file == nullptr) return 0;
+  bool complete = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
   int saved = errno;
-  if (std::fclose(file) != 0 && written) {
-    written = false;
+  if (std::fclose(file) != 0 && complete) {
+    complete = false;
     saved = errno;
   }
+  if (direct) return complete ? 1 : ((errno = saved), 0);
   std::error_code renamed;
-  if (written) std::filesystem::rename(temporary, target, renamed);
-  if (!written || renamed) {
-    std::error_code ignored;
-    std::filesystem::remove(temporary, ignored);
-    return fail(written ? renamed.message() : std::strerror(saved));
-  }
-  return 1;
+  if (complete) std::filesystem::rename(written, target, renamed);
+  if (complete && !renamed) return 1;
+  std::error_code ignored;
+  std::filesystem::remove(written, ignored);
+  errno = complete ? renamed.value() : saved;
+  return 0;
 }

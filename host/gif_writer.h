@@ -79,9 +79,9 @@ std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
 // names is replaced and the link stays. A path that names something other
 // than a regular file (a device, a pipe) is written directly, and "-" is
 // standard output, refused when that is a terminal. 1 on success; 0 on
-// failure, with why in error when it is given.
+// failure, with errno saying why.
 int GifWriteFile(const GifAnimation& animation, const std::string& path);
-int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path, std::string* error = nullptr);
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path);
 
 // The file a write to path replaces: path itself, or what its symbolic
 // links lead to. "-" stays as it is.

@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <new>
@@ -153,11 +154,11 @@ std::int64_t CloseTask(bool complete) {
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
-    std::string error;
-    result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath, &error);
+    errno = 0;
+    result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath);
     if (result != 0) gHost.filesWritten += 1;
-    gHost.failureReported = result == 0;
-    ReportStatus(result != 0 ? "Wrote " + gHost.outputPath : "Could not write " + gHost.outputPath + ": " + error);
+    else gHost.writeError = errno != 0 ? errno : EIO;
+    ReportStatus((result != 0 ? "Wrote " : "Could not write ") + gHost.outputPath);
   }
   gHost.animation = GifAnimation{};
   return result;
@@ -202,8 +203,8 @@ std::int64_t Serve(std::uint32_t code, std::int64_t argument, std::int64_t point
 }  // namespace
 
 // The host keeps its frames and file in standard containers; when memory
-// runs out it says so once and refuses the call, and the open task is
-// dropped, so no file is written.
+// runs out it refuses the call and notes why, and the open task is dropped,
+// so no file is written.
 std::int64_t ReferenceHostCallback(TaskRecord*, std::uint32_t code, std::int64_t argument,
                                    std::int64_t pointerArgument) {
   try {
@@ -212,8 +213,7 @@ std::int64_t ReferenceHostCallback(TaskRecord*, std::uint32_t code, std::int64_t
   } catch (const std::bad_alloc&) {
     gHost.taskOpen = false;
     gHost.animation = GifAnimation{};
-    gHost.failureReported = true;
-    ReportStatus("Memory error");
+    gHost.outOfMemory = true;
     return 0;
   }
 }

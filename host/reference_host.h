@@ -26,9 +26,10 @@ struct ReferenceHost {
   bool testRun;            // the last task was opened by code 5
   bool taskOpen;
   int filesWritten;
+  int writeError;  // errno of the last failed write of a task, else 0
   std::vector<std::uint32_t> codes;  // every code received, in order
   std::string lastStatus;
-  bool failureReported;  // the host has told of a failure of its own
+  bool outOfMemory;  // the host itself ran out of memory and dropped the task
   GifAnimation animation;  // the open task's frames so far
 };
 

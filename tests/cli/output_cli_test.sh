@@ -13,7 +13,7 @@ export XDG_CONFIG_HOME="$work/config"
 failures=0
 
 fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
-render() { "$cli" render --ini empty.ini --set MainSimpleFrames=6 "$@"; }
+render() { "$cli" render -q --ini empty.ini --set MainSimpleFrames=6 "$@"; }
 
 render --plain -o plain.gif 2>/dev/null || fail "plain render failed"
 render -o optimised.gif 2>/dev/null || fail "optimised render failed"
@@ -29,15 +29,15 @@ render -o - >stdout.gif 2>/dev/null || fail "render to standard output failed"
 cmp -s stdout.gif optimised.gif || fail "standard output does not hold the render"
 
 if command -v script >/dev/null; then  # standard output on a terminal
-  script -qec "'$cli' render --ini empty.ini -o - 2>err.txt" /dev/null >/dev/null
+  script -qec "'$cli' render -q --ini empty.ini -o - 2>err.txt" /dev/null >/dev/null
   [ $? -eq 1 ] && grep -q "terminal" err.txt || fail "a terminal as output was not refused: $(cat err.txt)"
 fi
 
 if [ -w /dev/full ]; then
   render -o /dev/full 2>err.txt
   [ $? -eq 1 ] || fail "a full device did not end with exit 1"
-  [ "$(grep -c "No space left on device" err.txt)" -eq 1 ] || fail "a full device said: $(cat err.txt)"
-  [ "$(grep -c "^lwmotio3" err.txt)" -eq 0 ] || fail "a full device said more than one line: $(cat err.txt)"
+  [ "$(wc -l <err.txt)" -eq 1 ] && grep -q "No space left on device" err.txt ||
+    fail "a full device did not say so in one line: $(cat err.txt)"
   [ -c /dev/full ] || fail "/dev/full is no longer a device"
 fi
 
