@@ -24,9 +24,10 @@ struct Entry {
 // The nearest entry to every 15-bit colour at once. Entries are sorted by
 // red; the search of a colour starts at the entry nearest in red and walks
 // outwards on both sides until the red term alone exceeds the best distance
-// found. Equal distances go to the lower index, so the result is exactly
-// NearestColour's (whose exact-match walk finds the entry at distance 0 that
-// the distance walk also finds first).
+// found, with the answer for the colour before as the first bound. Equal
+// distances go to the lower index, so the result is exactly NearestColour's
+// (whose exact-match walk finds the entry at distance 0 that the distance
+// walk also finds first).
 void BuildLookupTable(const std::uint8_t* palette, int colours, std::uint8_t* table) {
   colours = ClampColours(colours);
   if (colours < 1) {
@@ -42,12 +43,14 @@ void BuildLookupTable(const std::uint8_t* palette, int colours, std::uint8_t* ta
     while (at < colours && entries[at].red < r * 8) ++at;
     start[r] = at;
   }
+  int previous = 0;  // the sorted entry nearest to the last colour, a close first guess for this one
   for (int key = 0; key < 32768; ++key) {
     int red = (key & 31) * 8;
     int green = (key >> 5 & 31) * 8;
     int blue = (key >> 10 & 31) * 8;
     int bestDistance = 1 << 30;
     int best = 0;
+    int bestAt = previous;
     auto consider = [&](const Entry& entry) {
       int dg = green - entry.green;
       int db = blue - entry.blue;
@@ -56,8 +59,10 @@ void BuildLookupTable(const std::uint8_t* palette, int colours, std::uint8_t* ta
       if (distance < bestDistance || (distance == bestDistance && entry.index < best)) {
         bestDistance = distance;
         best = entry.index;
+        bestAt = static_cast<int>(&entry - entries);
       }
     };
+    consider(entries[previous]);
     int up = start[key & 31];
     int down = up - 1;
     while (up < colours || down >= 0) {
@@ -68,6 +73,7 @@ void BuildLookupTable(const std::uint8_t* palette, int colours, std::uint8_t* ta
       else consider(entries[down--]);
     }
     table[key] = static_cast<std::uint8_t>(best);
+    previous = bestAt;
   }
 }
 
