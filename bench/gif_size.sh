@@ -31,8 +31,11 @@ size() { wc -c <"$1" | tr -d ' '; }
 row() {
   name=$1
   shift
-  "$renderer" render --ini "$work/settings.ini" "$@" --plain -o "$work/plain.gif" 2>/dev/null
-  "$renderer" render --ini "$work/settings.ini" "$@" -o "$work/optimised.gif" 2>/dev/null
+  if ! "$renderer" render -q --ini "$work/settings.ini" "$@" --plain -o "$work/plain.gif" </dev/null ||
+    ! "$renderer" render -q --ini "$work/settings.ini" "$@" -o "$work/optimised.gif" </dev/null; then
+    printf '%-26s %s\n' "$name" "(the render failed)"
+    return 0
+  fi
   gifsicle -O3 "$work/plain.gif" -o "$work/plain-O3.gif"
   plain=$(size "$work/plain.gif")
   optimised=$(size "$work/optimised.gif")

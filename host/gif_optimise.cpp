@@ -255,13 +255,18 @@ bool ChooseImage(const PlainReplay& replay, const Screen& screen, const Box& box
   bool mustSeeThrough = NeedsTransparency(replay, box);
   std::int32_t transparent = FreeIndex(replay, screen, box, tableEntries);
   if (transparent < 0 && mustSeeThrough) return false;
+  // Drawing first: when drawing every pixel codes smaller than leaving the
+  // unchanged ones to choice, leaving them all transparent is not tried.
   std::size_t best = SIZE_MAX;
-  for (Unchanged rule : {Unchanged::kTransparentOrDrawn, Unchanged::kDrawn, Unchanged::kTransparent}) {
+  bool drawnBest = false;
+  for (Unchanged rule : {Unchanged::kDrawn, Unchanged::kTransparentOrDrawn, Unchanged::kTransparent}) {
     if (rule == Unchanged::kDrawn ? mustSeeThrough : transparent < 0) continue;
+    if (rule == Unchanged::kTransparent && drawnBest) continue;
     GifFrame image;
     std::size_t size = CutImage(replay, screen, box, transparent, rule, best, &image);
     if (size < best) {
       best = size;
+      drawnBest = rule == Unchanged::kDrawn;
       *chosen = std::move(image);
     }
   }
