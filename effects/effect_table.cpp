@@ -1,6 +1,7 @@
 // The 21 effect rows in the order of the effect list, with each panel's
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
+#include "effects/bubbles.h"
 #include "effects/effect.h"
 #include "effects/simple.h"
 #include "fills/material.h"
@@ -137,10 +138,10 @@ std::int32_t BackgroundColourOf(const Controls* dialog) {
 // The effects' callbacks are filled in as each effect is written.
 const EffectEntry EffectTable[kEffectCount] = {
     {"Anaconda", nullptr, nullptr, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
-    {"Background Bubbles", nullptr, nullptr, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
+    {"Background Bubbles", BackgroundBubblesPreview, BackgroundBubblesBuild, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
     {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
     {"Background Mural", nullptr, nullptr, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
-    {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
+    {"Bubbles", BubblesPreview, BubblesBuild, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},

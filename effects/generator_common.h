@@ -90,6 +90,9 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// As CompositeFill, but only where (x, y) lies inside the fill as well: a
+// fill smaller than the mask leaves the rest unpainted.
+void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
 // Blends one colour with the outline one pixel to the left: the mask at

@@ -31,3 +31,13 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
+
+// The shadow of step by step compositing: the fill of control fillId at the
+// frame's size, read relative to (fillX, fillY), through the shadow mask made
+// at (x, y) with the shadow's level and blurred by its softness. 1, or 0 when
+// memory runs out.
+int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x, int y,
+                    int fillX, int fillY);
+// The outline mask made at (x, y), blended in the outline colour one pixel to
+// the left of where it was made. 1, or 0 when memory runs out.
+int TextFrameOutlineShifted(const TextFrame& frame, DibHead* picture, int x, int y);

@@ -27,3 +27,13 @@ int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* heigh
 // bitmap of the given size; antialias 0 draws with single-bit coverage.
 DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, int height, std::uint32_t colour,
                          int antialias);
+
+// A picture of width by height on black with an ellipse in the box at
+// (left, top) of boxWidth by boxHeight: first the op's outline with a pen of
+// shapePenWidth, then its fill, each unless it is -1.
+DibHandle GdiEllipsePicture(const GdiOp* op, int width, int height, int left, int top, int boxWidth,
+                            int boxHeight);
+// A picture of width by height on black with a line of the op's lineWidth and
+// lineColour from (x1, y1) to (x2, y2), ends as GDI+ LineCap values.
+DibHandle GdiLinePicture(const GdiOp* op, int width, int height, int x1, int y1, int x2, int y2,
+                         std::uint32_t startCap, std::uint32_t endCap);

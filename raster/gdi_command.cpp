@@ -67,13 +67,41 @@ std::intptr_t GdiText(GdiOp* op) {
   return result;
 }
 
+// Every shape picture is 8 larger than its box in both directions, the shape
+// inset by 4 and by half the pen.
+std::intptr_t GdiEllipse(GdiOp* op) {
+  int width = op->bounds.right - op->bounds.left + 8;
+  int height = op->bounds.bottom - op->bounds.top + 8;
+  int pen = op->shapePenWidth;
+  int inset = pen / 2 + 4;
+  DibHandle picture = GdiEllipsePicture(op, width, height, inset, inset, width - pen - 8, height - pen - 8);
+  return reinterpret_cast<std::intptr_t>(picture);
+}
+
+constexpr std::uint32_t kLineCapFlat = 0;
+constexpr std::uint32_t kLineCapRound = 2;
+
+// The picture is the box of the two ends grown by GdiLineMargin on every side.
+std::intptr_t GdiLine(GdiOp* op) {
+  int margin = GdiLineMargin(op->lineWidth);
+  int left = op->lineX1 < op->lineX2 ? op->lineX1 : op->lineX2;
+  int top = op->lineY1 < op->lineY2 ? op->lineY1 : op->lineY2;
+  int width = (op->lineX1 < op->lineX2 ? op->lineX2 - op->lineX1 : op->lineX1 - op->lineX2) + 2 * margin;
+  int height = (op->lineY1 < op->lineY2 ? op->lineY2 - op->lineY1 : op->lineY1 - op->lineY2) + 2 * margin;
+  std::uint32_t startCap = op->lineCapKind == -1 ? op->lineStartCap : op->lineCapKind == 0 ? kLineCapRound : kLineCapFlat;
+  std::uint32_t endCap = op->lineCapKind == -1 ? op->lineEndCap : op->lineCapKind == 0 ? kLineCapRound : kLineCapFlat;
+  DibHandle picture = GdiLinePicture(op, width, height, op->lineX1 - left + margin, op->lineY1 - top + margin,
+                                     op->lineX2 - left + margin, op->lineY2 - top + margin, startCap, endCap);
+  return reinterpret_cast<std::intptr_t>(picture);
+}
+
 struct GdiOpRow {
   std::uint32_t op;
   std::intptr_t (*run)(GdiOp* op);  // null: a picture operation not built yet
 };
 
 constexpr GdiOpRow kGdiOps[] = {
-    {kGdiStart, GdiStart},     {kGdiStop, GdiStop},         {kGdiLine, nullptr}, {kGdiEllipse, nullptr},
+    {kGdiStart, GdiStart},     {kGdiStop, GdiStop},         {kGdiLine, GdiLine}, {kGdiEllipse, GdiEllipse},
     {kGdiRectangle, nullptr},  {kGdiPolygon, nullptr},      {kGdiText, GdiText}, {kGdiGradient, nullptr},
 };
 
@@ -84,6 +112,8 @@ std::intptr_t GdiCommand(GdiOp* op) {
     if (row.op == op->op) return row.run != nullptr ? row.run(op) : 0;
   return 0;
 }
+
+int GdiLineMargin(int lineWidth) { return lineWidth + 4 + lineWidth / 2; }
 
 FontSpec FontSpecMake(const char* face, int height, int bold, int italic) {
   FontSpec font{};

@@ -65,6 +65,8 @@ enum GdiTextMode : std::uint32_t {
   kTextFilledPath = 4,
 };
 
+constexpr std::uint32_t kGdiNoColour = 0xFFFFFFFF;  // a shape's fill or outline left out
+
 // One request. The caller clears the whole record and sets what the
 // operation reads.
 struct GdiOp {
@@ -110,6 +112,10 @@ struct GdiOp {
 // new DibHandle when rasterising. Every other picture: a DibHandle or 0.
 // Start must come before any other operation, and stop after the last.
 std::intptr_t GdiCommand(GdiOp* op);
+
+// Where a line picture puts the line: the ends' box grown by this on every
+// side, so the picture is (lineWidth / 2 + lineWidth) * 2 + 8 larger.
+int GdiLineMargin(int lineWidth);
 
 // The font a text operation uses: the record's own, else one made from its
 // face, size and style flags.

@@ -1,0 +1,44 @@
+// Shared by the effect tests: the headless dialog as it stands after start-up
+// with the compiled-in settings and no saved fills, a frame list, and the
+// frames a build left there.
+#pragma once
+
+#include <vector>
+
+#include "effects/effect.h"
+#include "plugin/controls_startup.h"
+#include "tests/text_test_support.h"
+
+class EffectFixture : public GdiStarted {
+ protected:
+  void SetUp() override {
+    SettingsReset();
+    SnapshotInit(&snapshot_);
+    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
+    context_.dialog = &snapshot_.controls;
+    context_.frames = &frames_;
+  }
+  void TearDown() override {
+    FrameListFree(&frames_);
+    SnapshotClear(&snapshot_);
+  }
+
+  std::vector<FrameRecord> Frames() {
+    if (frames_.count == 0) return {};
+    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
+    std::vector<FrameRecord> out(records, records + frames_.count);
+    MemUnlock(frames_.records);
+    return out;
+  }
+
+  // How many frames a build with these settings makes; 0 if it fails.
+  int BuildCount(EffectCallback build) {
+    FrameListFree(&frames_);
+    context_.flags = 0;
+    return build(&context_) == 1 ? frames_.count : 0;
+  }
+
+  ControlsSnapshot snapshot_;
+  FrameList frames_{};
+  EffectContext context_{};
+};
