@@ -3,6 +3,7 @@
 // panel's labels close the list.
 #include "effects/bubbles.h"
 #include "effects/effect.h"
+#include "effects/inferno.h"
 #include "effects/simple.h"
 #include "fills/material.h"
 
@@ -147,7 +148,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
-    {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
+    {"Inferno", InfernoPreview, InfernoBuild, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
     {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
