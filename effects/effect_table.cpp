@@ -4,6 +4,7 @@
 #include "effects/bubbles.h"
 #include "effects/effect.h"
 #include "effects/inferno.h"
+#include "effects/plasma_arc.h"
 #include "effects/simple.h"
 #include "fills/material.h"
 
@@ -152,7 +153,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
-    {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
+    {"Plasma Arc", PlasmaArcPreview, PlasmaArcBuild, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
     {"Radial Fountain", nullptr, nullptr, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
     {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
