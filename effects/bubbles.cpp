@@ -22,16 +22,6 @@ constexpr BubblePanel kBubbles = {
 constexpr BubblePanel kBackgroundBubbles = {
     {378, 399, 381, 387, 389, 391, 393, 397}, {379, 400, 402, 404, 406, 408}, 383, 385, 395, true};
 
-// The letters through their mask, only where the fill and the picture both reach.
-int CompositeLetters(const TextFrame& frame, DibHead* picture, DibHandle fill, int x, int y) {
-  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
-  DibLock fillLock(fill);
-  DibLock maskLock(mask.get());
-  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFillWithin(picture, fillLock.head, maskLock.head);
-  return 1;
-}
-
 DibHandle Generate(EffectContext* context, const BubblePanel& panel) {
   const Controls* dialog = context->dialog;
   auto* field = static_cast<BubbleField*>(context->extra);
@@ -56,13 +46,15 @@ DibHandle Generate(EffectContext* context, const BubblePanel& panel) {
 
   int baseX = field->textOffsetX + frame.pad;
   int baseY = field->textOffsetY + frame.pad;
-  if (frame.look.shadowOn != 0 && TextFrameShadow(dialog, frame, pictureLock.head, panel.shadowFill,
-                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY, 0, 0) == 0)
+  if (frame.look.shadowOn != 0 && TextFrameCompositeShadow(dialog, frame, pictureLock.head, panel.shadowFill,
+                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
-  if (CompositeLetters(frame, pictureLock.head, lettersFill.get(), textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutlineShifted(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  DibLock fillLock(lettersFill.get());
+  if (fillLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0)
+    return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0) return nullptr;
   return picture.release();
 }
 
@@ -90,7 +82,7 @@ int BuildFrames(EffectContext* context, const BubblePanel& panel, BubbleField* f
   context->flags |= kEffectFlagStill;
   DibHandle first = generate(context);
   if (first == nullptr) return 0;
-  if (rolling == 0) return EffectAppendFrame(context, first, delay);
+  if (rolling == 0) return AppendEffectFrame(context, first, delay);
 
   int width = 0;
   int height = 0;
@@ -101,7 +93,7 @@ int BuildFrames(EffectContext* context, const BubblePanel& panel, BubbleField* f
   for (int i = 0; i < count; ++i) {
     field->frame = i;
     DibHandle image = generate(context);
-    if (image == nullptr || EffectAppendFrame(context, image, delay) == 0) return 0;
+    if (image == nullptr || AppendEffectFrame(context, image, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -53,7 +53,3 @@ constexpr int kEffectCount = 21;
 constexpr int kEffectSimple = 17;  // the default of MainEffect
 
 extern const EffectEntry EffectTable[kEffectCount];
-
-// Appends a finished frame with the delay, no transparent colour and all else
-// 0. 1, or 0 after freeing the frame when the list cannot take it.
-int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay);

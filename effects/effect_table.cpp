@@ -6,6 +6,7 @@
 #include "effects/inferno.h"
 #include "effects/plasma_arc.h"
 #include "effects/simple.h"
+#include "effects/stripes.h"
 #include "fills/material.h"
 
 namespace {
@@ -158,6 +159,6 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
     {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
-    {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
+    {"Stripes", StripesPreview, StripesBuild, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
     {"Z-Axis Fountain", nullptr, nullptr, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };

@@ -29,19 +29,6 @@ FireColours ReadFireColours(const Controls* dialog) {
           static_cast<std::uint32_t>(ReadControlNumber(dialog, kHeatId))};
 }
 
-// The letters through their mask, only where the fire reaches: it stands
-// still with its left top at the canvas's corner.
-int CompositeFire(const TextFrame& frame, DibHead* picture, DibHandle fire, int x, int y) {
-  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
-  DibLock maskLock(mask.get());
-  if (maskLock.head == nullptr) return 0;
-  if (fire == nullptr) return 1;
-  DibLock fireLock(fire);
-  if (fireLock.head == nullptr) return 0;
-  CompositeFillWithin(picture, fireLock.head, maskLock.head);
-  return 1;
-}
-
 // The canvas's height from a call with no fire; 0 if there is no frame.
 int CanvasSize(EffectContext* context, int* width, int* height) {
   DibHandle sizing = ComposeInfernoFrame(context);
@@ -78,7 +65,7 @@ int AppendFireFrame(EffectContext* context, InfernoState* state, DibHandle recor
   if (state->fireFrame == nullptr) return 0;
   DibHandle image = ComposeInfernoFrame(context);
   state->fireFrame = MemFree(state->fireFrame);
-  return image != nullptr && EffectAppendFrame(context, image, delay);
+  return image != nullptr && AppendEffectFrame(context, image, delay);
 }
 
 int BuildFrames(EffectContext* context, InfernoState* state) {
@@ -121,13 +108,19 @@ DibHandle ComposeInfernoFrame(EffectContext* context) {
   DibLock pictureLock(picture.get());
   if (pictureLock.head == nullptr) return nullptr;
   if (frame.look.shadowOn != 0 &&
-      TextFrameShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                      frame.pad + frame.place.shadowY, 0, 0) == 0)
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
+                      frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   int textX = frame.pad + frame.place.textX;
   int textY = frame.pad + frame.place.textY;
-  if (CompositeFire(frame, pictureLock.head, state->fireFrame, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutlineShifted(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  // The fire stands still, its left top at the canvas's corner; with no
+  // fire the letters stay unpainted.
+  if (state->fireFrame != nullptr) {
+    DibLock fireLock(state->fireFrame);
+    if (fireLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fireLock.head, textX, textY) == 0)
+      return nullptr;
+  }
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0) return nullptr;
   return picture.release();
 }
 

@@ -111,7 +111,7 @@ int BuildFrames(EffectContext* context, ArcExtra* extra) {
   if (PrepareHistory(context, extra) == 0) return 0;
   if (rolling == 0) {
     DibHandle image = PlasmaArcGenerate(context);
-    return image != nullptr && EffectAppendFrame(context, image, delay);
+    return image != nullptr && AppendEffectFrame(context, image, delay);
   }
   context->flags &= ~kEffectFlagStill;
   for (int i = 0; i < frames; ++i) {
@@ -121,7 +121,7 @@ int BuildFrames(EffectContext* context, ArcExtra* extra) {
     // No disturbance is no jitter.
     int draw = CrtRand();
     int jitter = disturbance > 0 ? draw % disturbance : 0;
-    if (EffectAppendFrame(context, image, delay + static_cast<std::uint32_t>(jitter)) == 0) return 0;
+    if (AppendEffectFrame(context, image, delay + static_cast<std::uint32_t>(jitter)) == 0) return 0;
     HostProgress(context->host, i, frames);
   }
   return 1;
@@ -196,14 +196,11 @@ DibHandle PlasmaArcGenerate(EffectContext* context) {
   DibOwner arc(RenderArcFrame(dialog, extra));
   DibLock arcLock(arc.get());
   if (arcLock.head == nullptr) return nullptr;
-  if (frame.look.shadowOn != 0 && TextFrameShadow(dialog, frame, pictureLock.head, kShadowFillId,
-                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY, 0, 0) == 0)
+  if (frame.look.shadowOn != 0 && TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId,
+                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
-  DibOwner mask(TextFrameMask(frame, textX, textY, frame.look.fillLevel));
-  DibLock maskLock(mask.get());
-  if (maskLock.head == nullptr) return nullptr;
-  CompositeFillWithin(pictureLock.head, arcLock.head, maskLock.head);
-  if (frame.look.outlineOn != 0 && TextFrameOutlineShifted(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (TextFrameCompositeText(frame, pictureLock.head, arcLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0) return nullptr;
   return picture.release();
 }
 

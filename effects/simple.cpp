@@ -14,17 +14,6 @@ constexpr int kBackgroundId = 105;
 constexpr int kFramesId = 117;
 constexpr int kScrollId = 122;
 
-// The text's fill, fixed to the frame, through the text mask.
-int CompositeText(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
-  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
-  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
-  DibLock fillLock(fill.get());
-  DibLock maskLock(mask.get());
-  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFill(picture, fillLock.head, maskLock.head);
-  return 1;
-}
-
 }  // namespace
 
 DibHandle SimpleGenerate(EffectContext* context) {
@@ -38,16 +27,18 @@ DibHandle SimpleGenerate(EffectContext* context) {
   if (pictureLock.head == nullptr) return nullptr;
   int baseX = scroll->scrollX + frame.pad;
   int baseY = scroll->scrollY + frame.pad;
-  // The shadow's fill moves with the letters: it is read relative to the shadow.
-  int shadowX = baseX + frame.place.shadowX;
-  int shadowY = baseY + frame.place.shadowY;
   if (frame.look.shadowOn != 0 &&
-      TextFrameShadow(dialog, frame, pictureLock.head, kShadowFillId, shadowX, shadowY, shadowX, shadowY) == 0)
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, baseX + frame.place.shadowX,
+                               baseY + frame.place.shadowY, kShadowFillMoves) == 0)
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
-  if (CompositeText(dialog, frame, pictureLock.head, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutlineShifted(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
+  DibLock fillLock(fill.get());
+  if (fillLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0)
+    return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
+    return nullptr;
   return picture.release();
 }
 
@@ -94,7 +85,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (rolling == 0) return EffectAppendFrame(context, still, delay);
+  if (rolling == 0) return AppendEffectFrame(context, still, delay);
 
   int width = 0;
   int height = 0;
@@ -110,7 +101,7 @@ int SimpleBuild(EffectContext* context) {
     extra.scrollY = vertical ? steps[i].offset : 0;
     DibHandle image = SimpleGenerate(context);
     if (image == nullptr) return 0;
-    if (EffectAppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    if (AppendEffectFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -39,8 +39,8 @@ DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }
 
-int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x, int y,
-                    int fillX, int fillY) {
+int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y, ShadowFillPlace place) {
   DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
   if (fill == nullptr || mask == nullptr) return 0;
@@ -51,11 +51,22 @@ int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* pic
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());
   if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFillFrom(picture, fillLock.head, maskLock.head, fillX, fillY);
+  if (place == kShadowFillMoves)
+    CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
+  else
+    CompositeFill(picture, fillLock.head, maskLock.head);
   return 1;
 }
 
-int TextFrameOutlineShifted(const TextFrame& frame, DibHead* picture, int x, int y) {
+int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y) {
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeFillWithin(picture, fill, maskLock.head);
+  return 1;
+}
+
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y) {
   DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;

@@ -32,12 +32,19 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
 
-// The shadow of step by step compositing: the fill of control fillId at the
-// frame's size, read relative to (fillX, fillY), through the shadow mask made
-// at (x, y) with the shadow's level and blurred by its softness. 1, or 0 when
-// memory runs out.
-int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x, int y,
-                    int fillX, int fillY);
-// The outline mask made at (x, y), blended in the outline colour one pixel to
-// the left of where it was made. 1, or 0 when memory runs out.
-int TextFrameOutlineShifted(const TextFrame& frame, DibHead* picture, int x, int y);
+// How a shadow's fill lies under it: fixed to the frame, or read relative to
+// the shadow's place so that it moves with the letters.
+enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
+
+// The shadow step: the fill of control fillId at frame size through the
+// shadow mask at (x, y) at the shadow's level, blurred by softness + 2 when
+// soft. 0 on failure.
+int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y, ShadowFillPlace place);
+// The text step: fill (fixed to the frame) through the text mask at (x, y)
+// at the fill's level, only where the fill reaches: a fill smaller than the
+// frame leaves the letters beyond it unpainted. 0 on failure.
+int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
+// The outline step, the outline colour one pixel to the left of its mask
+// with the text's left top at (x, y). 0 on failure.
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y);

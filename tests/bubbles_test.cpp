@@ -10,11 +10,11 @@ namespace {
 constexpr BubbleControlIds kBubbleIds = {162, 183, 185, 187, 189, 191};
 constexpr int kFramesId = 178;
 
-class BubblesEffect : public EffectFixture {
+class BubblesEffect : public EffectOnDefaults {
  protected:
   void TearDown() override {
     FreeBubbleField(&field_);
-    EffectFixture::TearDown();
+    EffectOnDefaults::TearDown();
   }
   BubbleField field_{};
 };

@@ -1,6 +1,5 @@
-// Shared by the effect tests: the headless dialog as it stands after start-up
-// with the compiled-in settings and no saved fills, a frame list, and the
-// frames a build left there.
+// Shared by the effect tests: an effect run against the headless dialog as
+// it stands after start-up with the compiled-in settings and no saved fills.
 #pragma once
 
 #include <vector>
@@ -9,7 +8,7 @@
 #include "plugin/controls_startup.h"
 #include "tests/text_test_support.h"
 
-class EffectFixture : public GdiStarted {
+class EffectOnDefaults : public GdiStarted {
  protected:
   void SetUp() override {
     SettingsReset();
@@ -31,7 +30,7 @@ class EffectFixture : public GdiStarted {
     return out;
   }
 
-  // How many frames a build with these settings makes; 0 if it fails.
+  // How many frames a fresh build with these settings makes; 0 if it fails.
   int BuildCount(EffectCallback build) {
     FrameListFree(&frames_);
     context_.flags = 0;

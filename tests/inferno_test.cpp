@@ -121,7 +121,7 @@ TEST(Fire, MemoryLimitsLeaveFramesOutOrRefuse) {
   FreeFire(&state);
 }
 
-class InfernoEffect : public EffectFixture {};
+class InfernoEffect : public EffectOnDefaults {};
 
 // Frames: the setting cut to the fire's period, one frame when still; an
 // empty text fails both callbacks.

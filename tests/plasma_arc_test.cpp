@@ -63,7 +63,7 @@ TEST(ArcTracer, NoTurnGivesAStraightChain) {
   FreeArcTracer(&tracer);
 }
 
-class PlasmaArcEffect : public EffectFixture {
+class PlasmaArcEffect : public EffectOnDefaults {
  protected:
   std::vector<std::uint32_t> Delays() {
     std::vector<std::uint32_t> delays;
