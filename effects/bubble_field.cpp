@@ -53,6 +53,44 @@ void LayBubble(DibHead* surface, const DibHead* mask, int cx, int cy, int fieldH
   }
 }
 
+// A bubble's mask follows from its size and intensity alone, which only a
+// few dozen bubbles of a field differ in; each mask is drawn once for one
+// drawing of the field and kept to its end.
+class MaskShelf {
+ public:
+  MaskShelf() = default;
+  MaskShelf(const MaskShelf&) = delete;
+  MaskShelf& operator=(const MaskShelf&) = delete;
+  ~MaskShelf() {
+    for (int i = 0; i < count_; ++i) MemFree(entries_[i].mask);
+    MemFree(spare_);
+  }
+
+  // The mask, owned by the shelf until its end; null if it cannot be drawn.
+  DibHandle Get(int size, int intensity) {
+    for (int i = 0; i < count_; ++i)
+      if (entries_[i].size == size && entries_[i].intensity == intensity) return entries_[i].mask;
+    DibHandle mask = BubbleMask(size, intensity);
+    if (mask == nullptr || count_ == kShelfSize) {
+      spare_ = MemFree(spare_);
+      return spare_ = mask;
+    }
+    entries_[count_++] = {size, intensity, mask};
+    return mask;
+  }
+
+ private:
+  static constexpr int kShelfSize = 48;
+  struct Entry {
+    int size;
+    int intensity;
+    DibHandle mask;
+  };
+  Entry entries_[kShelfSize] = {};
+  int count_ = 0;
+  DibHandle spare_ = nullptr;  // the last mask that found no room
+};
+
 }  // namespace
 
 int InitBubbleField(BubbleField* field, const Controls* dialog, const BubbleControlIds& ids, int width, int height,
@@ -114,12 +152,12 @@ DibHandle DrawBubbleField(const Controls* dialog, const BubbleControlIds& ids, B
   if (surfaceLock.head == nullptr) return nullptr;
   const int sway = static_cast<int>(drift / -100.0 * w2);
   const int rise = static_cast<int>(static_cast<double>(f) / frames * h2);
+  MaskShelf masks;
   for (int i = 0; i < field->count; ++i) {
     Bubble& bubble = field->bubbles[i];
     int cx = bubble.x - static_cast<int>(std::sin(bubble.angle * kPi / 180.0) * sway);
     int cy = bubble.y - rise * bubble.speed;
-    DibOwner mask(BubbleMask(bubble.size, bubble.intensity));
-    DibLock maskLock(mask.get());
+    DibLock maskLock(masks.Get(bubble.size, bubble.intensity));
     if (maskLock.head == nullptr) return nullptr;
     LayBubble(surfaceLock.head, maskLock.head, cx, cy, h2, colour);
     bubble.angle += 1.0 / frames * 360.0;
