@@ -140,11 +140,7 @@ TEST_F(BubblesEffect, FrameCountsFollowTheSettingAndTheHeight) {
     EXPECT_EQ(BuildCount(effect.build), 1);
     SnapshotSetCheck(&snapshot_, 32, 1);
 
-    SnapshotSetText(&snapshot_, 23, "");
-    EXPECT_EQ(BuildCount(effect.build), 0);
-    context_.previewBitmap = nullptr;
-    EXPECT_EQ(effect.preview(&context_), 1);
-    EXPECT_EQ(context_.previewBitmap, nullptr);
+    ExpectPreviewUntilTheTextIsEmpty(effect.preview, effect.build, 1);
     SnapshotSetText(&snapshot_, 23, "Bubbles");
   }
 }

@@ -37,6 +37,22 @@ class EffectOnDefaults : public GdiStarted {
     return build(&context_) == 1 ? frames_.count : 0;
   }
 
+  // The preview gives a picture; with the text emptied the build fails and
+  // the preview gives none, returning emptyResult.
+  void ExpectPreviewUntilTheTextIsEmpty(EffectCallback preview, EffectCallback build, int emptyResult) {
+    context_.flags = 0;
+    context_.previewBitmap = nullptr;
+    EXPECT_EQ(preview(&context_), 1);
+    DibOwner picture(context_.previewBitmap);
+    EXPECT_NE(picture, nullptr);
+    SnapshotSetText(&snapshot_, 23, "");
+    EXPECT_EQ(BuildCount(build), 0);
+    context_.flags = 0;
+    context_.previewBitmap = nullptr;
+    EXPECT_EQ(preview(&context_), emptyResult);
+    EXPECT_EQ(context_.previewBitmap, nullptr);
+  }
+
   ControlsSnapshot snapshot_;
   FrameList frames_{};
   EffectContext context_{};

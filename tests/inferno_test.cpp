@@ -142,13 +142,7 @@ TEST_F(InfernoEffect, FrameCountsFollowTheSettingAndThePeriod) {
   SnapshotSetCheck(&snapshot_, 32, 0);
   EXPECT_EQ(BuildCount(InfernoBuild), 1);
 
-  context_.previewBitmap = nullptr;
-  EXPECT_EQ(InfernoPreview(&context_), 1);
-  DibOwner preview(context_.previewBitmap);
-  EXPECT_NE(preview, nullptr);
-  SnapshotSetText(&snapshot_, 23, "");
-  EXPECT_EQ(BuildCount(InfernoBuild), 0);
-  EXPECT_EQ(InfernoPreview(&context_), 0);
+  ExpectPreviewUntilTheTextIsEmpty(InfernoPreview, InfernoBuild, 0);
 }
 
 }  // namespace

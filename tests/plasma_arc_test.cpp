@@ -104,15 +104,7 @@ TEST_F(PlasmaArcEffect, FrameCountsFollowTheSetting) {
   SnapshotSetCheck(&snapshot_, 32, 0);
   EXPECT_EQ(BuildCount(PlasmaArcBuild), 1);
 
-  context_.previewBitmap = nullptr;
-  EXPECT_EQ(PlasmaArcPreview(&context_), 1);
-  DibOwner preview(context_.previewBitmap);
-  EXPECT_NE(preview, nullptr);
-  SnapshotSetText(&snapshot_, 23, "");
-  EXPECT_EQ(BuildCount(PlasmaArcBuild), 0);
-  context_.previewBitmap = nullptr;
-  EXPECT_EQ(PlasmaArcPreview(&context_), 0);
-  EXPECT_EQ(context_.previewBitmap, nullptr);
+  ExpectPreviewUntilTheTextIsEmpty(PlasmaArcPreview, PlasmaArcBuild, 0);
 }
 
 }  // namespace
