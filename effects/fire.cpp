@@ -10,6 +10,7 @@
 namespace {
 
 constexpr double kPi = 3.141592653589793;
+constexpr int kFireWidthLimit = 0x7FFFFFFF / 32;
 
 std::uint32_t Mix(std::uint32_t from, std::uint32_t to, int shift, int t) {
   std::uint32_t a = from >> shift & 0xFF;
@@ -105,8 +106,9 @@ int InitFire(InfernoState* state, int width, int height, std::uint32_t black, st
   *state = InfernoState{};
   state->seedBase = 10349;
   state->seedAmplitude = 10000;
+  // Rows of 24-bit pixels must stay countable in 32 bits, and so must the cells.
   long long cells = static_cast<long long>(width) * height;
-  if (width < 1 || height < 1 || cells > 0x7FFFFFFF) return 0;
+  if (width < 1 || height < 1 || width > kFireWidthLimit || cells > 0x7FFFFFFF) return 0;
   state->cellCount = static_cast<std::int32_t>(cells);
   state->heat = static_cast<std::uint8_t*>(std::calloc(static_cast<std::size_t>(cells), 1));
   BuildRamp(state->ramp, black, red, yellow);
@@ -121,7 +123,7 @@ int InitFire(InfernoState* state, int width, int height, std::uint32_t black, st
 
   for (int i = 0; i < height; ++i) StepFire(state);
   state->recording = 1;
-  const std::size_t frameBytes = static_cast<std::size_t>(DibStride(24, width)) * static_cast<std::size_t>(height);
+  const std::size_t frameBytes = (std::size_t{24} * width + 31) / 32 * 4 * static_cast<std::size_t>(height);
   std::size_t recorded = 0;
   for (int i = 0; i < state->frameCount; ++i) {
     StepFire(state);

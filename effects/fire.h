@@ -37,7 +37,7 @@ constexpr std::uint32_t kFireYellow = 0x00FFFF;
 
 // Recorded pictures beyond this many bytes in all are not kept, as if their
 // memory could not be had.
-constexpr std::size_t kFireRecordingBudget = std::size_t{1} << 30;
+constexpr std::size_t kFireRecordingBudget = std::size_t{2} << 30;
 
 // Black to red in the first half, red to yellow in the second, stopping one
 // step short of yellow.

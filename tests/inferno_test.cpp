@@ -116,6 +116,8 @@ TEST(Fire, MemoryLimitsLeaveFramesOutOrRefuse) {
   InfernoState state{};
   EXPECT_EQ(InitFire(&state, 70000, 70000, kFireBlack, kFireRed, kFireYellow), 0);
   EXPECT_EQ(state.heat, nullptr);
+  EXPECT_EQ(InitFire(&state, 0x7FFFFFFF / 32 + 1, 2, kFireBlack, kFireRed, kFireYellow), 0);
+  EXPECT_EQ(state.heat, nullptr);
   ASSERT_EQ(InitFire(&state, 10, 8, kFireBlack, kFireRed, kFireYellow, 3 * 32 * 8), 1);
   for (int i = 0; i < 8; ++i) EXPECT_EQ(state.frames[i] != nullptr, i < 3) << i;
   FreeFire(&state);
