@@ -61,7 +61,8 @@ int CollectPoints(ArcPoint** points, const ArcTracer* tracer, bool withTip) {
   for (const ArcNode* node = tracer->leftRoot; node != nullptr; node = node->first)
     if (withTip || node->first != nullptr) (*points)[next++] = {node->x, node->y};
   if (joined)
-    for (const ArcNode* node = tracer->closest; node != nullptr; node = node->parent) (*points)[next++] = {node->x, node->y};
+    for (const ArcNode* node = tracer->closest; node != nullptr; node = node->parent)
+      (*points)[next++] = {node->x, node->y};
   return count;
 }
 
@@ -110,7 +111,8 @@ int StrikeArc(ArcTracer* tracer, int startX, int startY, int endX, int endY, con
   tracer->rightRoot = GrowArc(endX, endY, right, tracer, nullptr, kArcTreeLeftward);
   DibRect left = bounds;
   left.right = (bounds.right - bounds.left) / 2 + bounds.left;
-  if (tracer->rightRoot != nullptr) tracer->leftRoot = GrowArc(startX, startY, left, tracer, nullptr, kArcChainRightward);
+  if (tracer->rightRoot != nullptr)
+    tracer->leftRoot = GrowArc(startX, startY, left, tracer, nullptr, kArcChainRightward);
   if (tracer->rightRoot == nullptr || tracer->leftRoot == nullptr) {
     FreeArcTracer(tracer);
     return 0;

@@ -46,15 +46,17 @@ DibHandle Generate(EffectContext* context, const BubblePanel& panel) {
 
   int baseX = field->textOffsetX + frame.pad;
   int baseY = field->textOffsetY + frame.pad;
-  if (frame.look.shadowOn != 0 && TextFrameCompositeShadow(dialog, frame, pictureLock.head, panel.shadowFill,
-                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY, kShadowFillFixed) == 0)
+  if (frame.look.shadowOn != 0 &&
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, panel.shadowFill, baseX + frame.place.shadowX,
+                               baseY + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
   DibLock fillLock(lettersFill.get());
   if (fillLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0)
     return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
+    return nullptr;
   return picture.release();
 }
 

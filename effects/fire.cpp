@@ -19,7 +19,8 @@ std::uint32_t Mix(std::uint32_t from, std::uint32_t to, int shift, int t) {
 }
 
 void RampEntry(std::uint8_t entry[3], std::uint32_t from, std::uint32_t to, int t) {
-  for (int channel = 0; channel < 3; ++channel) entry[channel] = static_cast<std::uint8_t>(Mix(from, to, channel * 8, t));
+  for (int channel = 0; channel < 3; ++channel)
+    entry[channel] = static_cast<std::uint8_t>(Mix(from, to, channel * 8, t));
 }
 
 std::uint32_t Pack(const std::uint8_t entry[3]) {

@@ -12,9 +12,11 @@ namespace {
 // exactly fill it.
 bool IsWholeBitmap(const DibHead* head, std::size_t size) {
   if (size < kDibHeadSize || head->biSize != kDibHeadSize || head->biWidth < 1 || head->biHeight < 1) return false;
+  if (head->biWidth > 0x7FFFFFFF / 32) return false;  // a row's bits must count in 32 bits
   int depth = head->biBitCount;
   if (depth != 1 && depth != 4 && depth != 8 && depth != 24 && depth != 32) return false;
-  std::size_t rows = static_cast<std::size_t>(DibStride(depth, head->biWidth)) * static_cast<std::size_t>(head->biHeight);
+  std::size_t rows =
+      static_cast<std::size_t>(DibStride(depth, head->biWidth)) * static_cast<std::size_t>(head->biHeight);
   return static_cast<std::size_t>(kDibHeadSize + DibColourTableBytes(depth)) + rows == size;
 }
 

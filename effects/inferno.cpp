@@ -120,7 +120,8 @@ DibHandle ComposeInfernoFrame(EffectContext* context) {
     if (fireLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fireLock.head, textX, textY) == 0)
       return nullptr;
   }
-  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
+    return nullptr;
   return picture.release();
 }
 

@@ -196,11 +196,13 @@ DibHandle PlasmaArcGenerate(EffectContext* context) {
   DibOwner arc(RenderArcFrame(dialog, extra));
   DibLock arcLock(arc.get());
   if (arcLock.head == nullptr) return nullptr;
-  if (frame.look.shadowOn != 0 && TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId,
-                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY, kShadowFillFixed) == 0)
+  if (frame.look.shadowOn != 0 &&
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, baseX + frame.place.shadowX,
+                               baseY + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   if (TextFrameCompositeText(frame, pictureLock.head, arcLock.head, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
+    return nullptr;
   return picture.release();
 }
 

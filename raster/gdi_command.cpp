@@ -88,7 +88,9 @@ std::intptr_t GdiLine(GdiOp* op) {
   int top = op->lineY1 < op->lineY2 ? op->lineY1 : op->lineY2;
   int width = (op->lineX1 < op->lineX2 ? op->lineX2 - op->lineX1 : op->lineX1 - op->lineX2) + 2 * margin;
   int height = (op->lineY1 < op->lineY2 ? op->lineY2 - op->lineY1 : op->lineY1 - op->lineY2) + 2 * margin;
-  std::uint32_t startCap = op->lineCapKind == -1 ? op->lineStartCap : op->lineCapKind == 0 ? kLineCapRound : kLineCapFlat;
+  std::uint32_t startCap = op->lineCapKind == -1  ? op->lineStartCap
+                           : op->lineCapKind == 0 ? kLineCapRound
+                                                  : kLineCapFlat;
   std::uint32_t endCap = op->lineCapKind == -1 ? op->lineEndCap : op->lineCapKind == 0 ? kLineCapRound : kLineCapFlat;
   DibHandle picture = GdiLinePicture(op, width, height, op->lineX1 - left + margin, op->lineY1 - top + margin,
                                      op->lineX2 - left + margin, op->lineY2 - top + margin, startCap, endCap);
