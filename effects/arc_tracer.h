@@ -7,9 +7,12 @@
 #include <cstdint>
 
 #include "raster/dib.h"
-#include "raster/surface_draw.h"
 
-using ArcPoint = SurfacePoint;
+struct ArcPoint {
+  std::int32_t x;
+  std::int32_t y;
+};
+static_assert(sizeof(ArcPoint) == 8);
 
 struct ArcNode {
   ArcNode* parent;

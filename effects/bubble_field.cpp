@@ -7,7 +7,7 @@
 #include "effects/text_frame.h"
 #include "raster/crt_random.h"
 #include "raster/resample.h"
-#include "raster/surface_draw.h"
+#include "raster/gdi_command.h"
 
 namespace {
 
@@ -129,15 +129,16 @@ int InitBubbleField(BubbleField* field, const Controls* dialog, const BubbleCont
 }
 
 DibHandle BubbleMask(int n, int intensity) {
-  DibOwner mask(DibNew(n, n, nullptr, 24));
-  DibLock lock(mask.get());
-  if (lock.head == nullptr) return nullptr;
+  GdiCanvas* canvas = GdiCanvasOpen(n, n);
+  if (canvas == nullptr) return nullptr;
   int half = n / 2;
-  for (int j = 0; j < half; ++j) {
+  int drawn = 1;
+  for (int j = 0; j < half && drawn != 0; ++j) {
     auto g = static_cast<std::uint32_t>(255 - static_cast<int>(static_cast<double>(j) / half * intensity));
-    if (SurfaceFillEllipse(lock.head, DibRect{j, j, n - j, n - j}, g << 16 | g << 8 | g) == 0) return nullptr;
+    drawn = GdiCanvasEllipse(canvas, DibRect{j, j, n - j, n - j}, g << 16 | g << 8 | g);
   }
-  return mask.release();
+  DibOwner mask(GdiCanvasClose(canvas));
+  return drawn != 0 ? mask.release() : nullptr;
 }
 
 DibHandle DrawBubbleField(const Controls* dialog, const BubbleControlIds& ids, BubbleField* field, int f) {

@@ -31,6 +31,11 @@ struct SharedControls {
 
 void ReadSharedControls(const Controls* dialog, SharedControls* shared);
 
+// The text control into text (room for kEffectTextLimit + 2 bytes), for an
+// effect that keeps its text in its record. A blank is appended if always is
+// set or there is any text. Returns the length without that blank.
+int ReadRecordText(const Controls* dialog, char* text, int always);
+
 // Ids of an effect's look controls; 0 where the panel has no such control.
 struct PanelLookIds {
   int shadowEnable;
@@ -77,6 +82,10 @@ struct FrameSize {
   int height;
 };
 
+// The further margin of the effects whose layers spread beyond the letters:
+// a fifth of the font size, at least 2.
+int SpreadMargin(int fontSize);
+
 // The offset counts only with the shadow on.
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset);
 
@@ -94,8 +103,22 @@ void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask,
 // As CompositeFill, but only where (x, y) lies inside the fill as well: a
 // fill smaller than the mask leaves the rest unpainted.
 void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask);
+// Which part of a mask a fill goes through and how: the loop starts at mask
+// column firstX and row firstY, reads the fill at (x - fillX, y - fillY), and
+// scales each mask value by level / 255 (truncating) before the blend.
+struct FillWalk {
+  int firstX;
+  int firstY;
+  int fillX;
+  int fillY;
+  int level;
+};
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// As CompositeOutline, with each mask value first scaled to m * level / 255:
+// the outline fades with the text.
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
@@ -103,3 +126,22 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // Appends a frame with its delay (transparent index -1); the list owns it from
 // then on. On failure the frame is freed and 0 returned.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+
+// What every build callback reads first.
+struct BuildTiming {
+  int rolling;          // MainRolling: 1 animates, 0 makes one still frame
+  std::uint32_t delay;  // MainDelay, of every frame
+  std::uint32_t pause;  // MainPause, added where the animation rests
+};
+BuildTiming ReadBuildTiming(const Controls* dialog);
+
+// An effect's generator: one new 24-bit frame for the context, or null.
+using EffectGenerator = DibHandle (*)(EffectContext* context);
+
+// The preview's one call: sets the preview bit and the record (already
+// holding the preview's values), and leaves the generator's picture in
+// previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate);
+
+// Calls the generator and appends its frame with the delay: 0 if either fails.
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

@@ -1,6 +1,5 @@
 #include "effects/plasma_arc.h"
 
-#include <cstring>
 
 #include "effects/text_frame.h"
 #include "plugin/host_call.h"
@@ -30,23 +29,30 @@ struct Polyline {
   int count;
 };
 
-// The arc painted in energy passes, wide and dim to narrow and white, into
-// the mask, then blended into the picture in the arc colour at strength.
-void PaintPolyline(DibHead* picture, DibHead* mask, Polyline line, int energy, std::uint32_t colour, int strength) {
-  std::memset(DibRows(mask), 0, static_cast<std::size_t>(DibStride(24, mask->biWidth)) * mask->biHeight);
-  for (int k = 1; k <= energy; ++k) {
+// The arc's mask: energy passes over the whole polyline, wide and dim to
+// narrow and white, so that a stroke's profile has energy steps.
+DibHandle ArcMask(int width, int height, Polyline line, int energy) {
+  GdiCanvas* canvas = GdiCanvasOpen(width, height);
+  if (canvas == nullptr) return nullptr;
+  int drawn = 1;
+  for (int k = 1; k <= energy && drawn != 0; ++k) {
     auto grey = static_cast<std::uint32_t>(255 * k / energy);
-    SurfacePolyline(mask, line.points, line.count, 2 * energy - 2 * (k - 1), grey << 16 | grey << 8 | grey);
+    for (int i = 1; i < line.count && drawn != 0; ++i)
+      drawn = GdiCanvasLine(canvas, line.points[i - 1].x, line.points[i - 1].y, line.points[i].x, line.points[i].y,
+                            2 * energy - 2 * (k - 1), grey << 16 | grey << 8 | grey);
   }
-  for (int y = 0; y < mask->biHeight; ++y) {
-    for (int x = 0; x < mask->biWidth; ++x) {
-      int m = DibGetPixel(mask, x, y) & 0xFF;
-      int level = m * strength / 255;
-      if (level == 0) continue;
-      auto pixel = static_cast<std::uint32_t>(DibGetPixel(picture, x, y));
-      DibPutPixel(picture, x, y, BlendPixel(colour, pixel, level));
-    }
-  }
+  DibOwner mask(GdiCanvasClose(canvas));
+  return drawn != 0 ? mask.release() : nullptr;
+}
+
+// The arc blended into the picture in the arc colour through its mask, each
+// mask value first scaled by strength out of 255. 0 when memory runs out.
+int PaintPolyline(DibHead* picture, Polyline line, int energy, std::uint32_t colour, int strength) {
+  DibOwner mask(ArcMask(picture->biWidth, picture->biHeight, line, energy));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeOutlineFaded(picture, colour, maskLock.head, strength);
+  return 1;
 }
 
 void ReplacePoints(ArcPoint** slot, std::int32_t* count, ArcPoint* points, int pointCount) {
@@ -138,11 +144,9 @@ DibHandle RenderArcFrame(const Controls* dialog, ArcExtra* extra) {
   const int h = extra->height;
 
   DibOwner picture(DibNew(w + 2 * energy, h, nullptr, 24));
-  DibOwner mask(DibNew(w + 2 * energy, h, nullptr, 24));
   DibLock pictureLock(picture.get());
-  DibLock maskLock(mask.get());
   DibLock groundLock(extra->ground);
-  if (pictureLock.head == nullptr || maskLock.head == nullptr || groundLock.head == nullptr) return nullptr;
+  if (pictureLock.head == nullptr || groundLock.head == nullptr) return nullptr;
   DibRegionCopy(pictureLock.head, 0, 0, groundLock.head, 0, 0, groundLock.head->biWidth, groundLock.head->biHeight);
 
   int minStep = complexity + 12;
@@ -151,17 +155,18 @@ DibHandle RenderArcFrame(const Controls* dialog, ArcExtra* extra) {
                 minStep + minStep * 2 / 3, ArcTurn()) == 0)
     return nullptr;
   ArcHistory& history = extra->history;
+  int painted = 1;
   if (afterimage != 0) {
     if (history.older != nullptr)
-      PaintPolyline(pictureLock.head, maskLock.head, {history.older, history.olderCount}, energy, colour,
-                    static_cast<int>(ArcAfterAfterImageIntensity));
-    if (history.newer != nullptr)
-      PaintPolyline(pictureLock.head, maskLock.head, {history.newer, history.newerCount}, energy, colour,
-                    static_cast<int>(ArcAfterImageIntensity));
+      painted = PaintPolyline(pictureLock.head, {history.older, history.olderCount}, energy, colour,
+                              static_cast<int>(ArcAfterAfterImageIntensity));
+    if (history.newer != nullptr && painted != 0)
+      painted = PaintPolyline(pictureLock.head, {history.newer, history.newerCount}, energy, colour,
+                              static_cast<int>(ArcAfterImageIntensity));
   }
   ArcPoint* drawn = nullptr;
   int drawnCount = ArcDrawnPoints(&drawn, &tracer);
-  PaintPolyline(pictureLock.head, maskLock.head, {drawn, drawnCount}, energy, colour, kFullStrength);
+  if (painted != 0) painted = PaintPolyline(pictureLock.head, {drawn, drawnCount}, energy, colour, kFullStrength);
   delete[] drawn;
 
   ReplacePoints(&history.older, &history.olderCount, history.newer, history.newerCount);
@@ -170,7 +175,7 @@ DibHandle RenderArcFrame(const Controls* dialog, ArcExtra* extra) {
   int keptCount = ArcPoints(&kept, &tracer);
   ReplacePoints(&history.newer, &history.newerCount, kept, keptCount);
   FreeArcTracer(&tracer);
-  return picture.release();
+  return painted != 0 ? picture.release() : nullptr;
 }
 
 DibHandle PlasmaArcGenerate(EffectContext* context) {

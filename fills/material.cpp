@@ -1,5 +1,7 @@
 #include "fills/material.h"
 
+#include "fills/fountain.h"
+
 namespace {
 
 int PaintSimple(MaterialRecord* record, DibHead* target) {
@@ -8,8 +10,12 @@ int PaintSimple(MaterialRecord* record, DibHead* target) {
   return 1;
 }
 
-// No gradient rasteriser is built in yet: a gradient fill fails cleanly.
-int PaintGradient(MaterialRecord*, DibHead*) { return 0; }
+int PaintGradient(MaterialRecord* record, DibHead* target) {
+  DibOwner gradient(FountainRender(target->biWidth, target->biHeight, &record->gradient));
+  DibLock lock(gradient.get());
+  if (lock.head == nullptr) return 0;
+  return DibRegionCopy(target, 0, 0, lock.head, 0, 0, target->biWidth, target->biHeight);
+}
 
 // Textures are generated on the square of the longer side. No generator is
 // built in yet, so a texture fill fails once it has its target.

@@ -23,17 +23,16 @@ void GdiTextClose(GdiTextSession* session);
 // 0 (and a zero box) if it cannot be measured.
 int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* height);
 
+// The canvas behind GdiCanvasOpen and GdiCanvasClose, and one filled shape
+// on it: op is 4, 5 or 6 and its fill colour is not -1. 1 if drawn.
+GdiCanvas* GdiBackendCanvasOpen(int width, int height);
+DibHandle GdiBackendCanvasClose(GdiCanvas* canvas);
+int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op);
+// A line (op 3) on the canvas with a solid pen of the op's lineWidth and
+// lineColour, with round or flat ends. 1 if drawn.
+int GdiBackendCanvasLine(GdiCanvas* canvas, const GdiOp* op, int roundEnds);
+
 // The string drawn in colour (COLORREF) on black, at the origin of a 24-bit
 // bitmap of the given size; antialias 0 draws with single-bit coverage.
 DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, int height, std::uint32_t colour,
                          int antialias);
-
-// A picture of width by height on black with an ellipse in the box at
-// (left, top) of boxWidth by boxHeight: first the op's outline with a pen of
-// shapePenWidth, then its fill, each unless it is -1.
-DibHandle GdiEllipsePicture(const GdiOp* op, int width, int height, int left, int top, int boxWidth,
-                            int boxHeight);
-// A picture of width by height on black with a line of the op's lineWidth and
-// lineColour from (x1, y1) to (x2, y2), ends as GDI+ LineCap values.
-DibHandle GdiLinePicture(const GdiOp* op, int width, int height, int x1, int y1, int x2, int y2,
-                         std::uint32_t startCap, std::uint32_t endCap);

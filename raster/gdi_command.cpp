@@ -67,34 +67,22 @@ std::intptr_t GdiText(GdiOp* op) {
   return result;
 }
 
-// Every shape picture is 8 larger than its box in both directions, the shape
-// inset by 4 and by half the pen.
-std::intptr_t GdiEllipse(GdiOp* op) {
-  int width = op->bounds.right - op->bounds.left + 8;
-  int height = op->bounds.bottom - op->bounds.top + 8;
-  int pen = op->shapePenWidth;
-  int inset = pen / 2 + 4;
-  DibHandle picture = GdiEllipsePicture(op, width, height, inset, inset, width - pen - 8, height - pen - 8);
-  return reinterpret_cast<std::intptr_t>(picture);
+// Shapes are drawn only on a canvas; a fill of -1 draws nothing there.
+std::intptr_t GdiShape(GdiOp* op) {
+  if (op->canvas == nullptr) return 0;
+  std::uint32_t fill = op->op == kGdiPolygon ? op->polygonFill : op->shapeFill;
+  if (fill == 0xFFFFFFFF) return 1;
+  return GdiBackendCanvasFill(op->canvas, op);
 }
 
-constexpr std::uint32_t kLineCapFlat = 0;
 constexpr std::uint32_t kLineCapRound = 2;
 
-// The picture is the box of the two ends grown by GdiLineMargin on every side.
+// A line is drawn only on a canvas. Kind 0 is round ends, -1 the start cap's
+// kind for both ends, anything else flat.
 std::intptr_t GdiLine(GdiOp* op) {
-  int margin = GdiLineMargin(op->lineWidth);
-  int left = op->lineX1 < op->lineX2 ? op->lineX1 : op->lineX2;
-  int top = op->lineY1 < op->lineY2 ? op->lineY1 : op->lineY2;
-  int width = (op->lineX1 < op->lineX2 ? op->lineX2 - op->lineX1 : op->lineX1 - op->lineX2) + 2 * margin;
-  int height = (op->lineY1 < op->lineY2 ? op->lineY2 - op->lineY1 : op->lineY1 - op->lineY2) + 2 * margin;
-  std::uint32_t startCap = op->lineCapKind == -1  ? op->lineStartCap
-                           : op->lineCapKind == 0 ? kLineCapRound
-                                                  : kLineCapFlat;
-  std::uint32_t endCap = op->lineCapKind == -1 ? op->lineEndCap : op->lineCapKind == 0 ? kLineCapRound : kLineCapFlat;
-  DibHandle picture = GdiLinePicture(op, width, height, op->lineX1 - left + margin, op->lineY1 - top + margin,
-                                     op->lineX2 - left + margin, op->lineY2 - top + margin, startCap, endCap);
-  return reinterpret_cast<std::intptr_t>(picture);
+  if (op->canvas == nullptr) return 0;
+  bool round = op->lineCapKind == 0 || (op->lineCapKind == -1 && op->lineStartCap == kLineCapRound);
+  return GdiBackendCanvasLine(op->canvas, op, round ? 1 : 0);
 }
 
 struct GdiOpRow {
@@ -103,8 +91,8 @@ struct GdiOpRow {
 };
 
 constexpr GdiOpRow kGdiOps[] = {
-    {kGdiStart, GdiStart},     {kGdiStop, GdiStop},         {kGdiLine, GdiLine}, {kGdiEllipse, GdiEllipse},
-    {kGdiRectangle, nullptr},  {kGdiPolygon, nullptr},      {kGdiText, GdiText}, {kGdiGradient, nullptr},
+    {kGdiStart, GdiStart},    {kGdiStop, GdiStop},       {kGdiLine, GdiLine}, {kGdiEllipse, GdiShape},
+    {kGdiRectangle, GdiShape}, {kGdiPolygon, GdiShape},  {kGdiText, GdiText}, {kGdiGradient, nullptr},
 };
 
 }  // namespace
@@ -115,7 +103,57 @@ std::intptr_t GdiCommand(GdiOp* op) {
   return 0;
 }
 
-int GdiLineMargin(int lineWidth) { return lineWidth + 4 + lineWidth / 2; }
+GdiCanvas* GdiCanvasOpen(int width, int height) {
+  return width > 0 && height > 0 ? GdiBackendCanvasOpen(width, height) : nullptr;
+}
+
+DibHandle GdiCanvasClose(GdiCanvas* canvas) { return canvas != nullptr ? GdiBackendCanvasClose(canvas) : nullptr; }
+
+int GdiCanvasPolygon(GdiCanvas* canvas, const std::int32_t* points, int count, std::uint32_t colour) {
+  GdiOp op{};
+  op.op = kGdiPolygon;
+  op.canvas = canvas;
+  op.polygonPoints = points;
+  op.polygonCount = static_cast<std::uint32_t>(count);
+  op.polygonFill = colour;
+  op.polygonOutline = 0xFFFFFFFF;
+  return static_cast<int>(GdiCommand(&op));
+}
+
+namespace {
+
+int GdiCanvasBoxShape(GdiCanvas* canvas, std::uint32_t code, const DibRect& box, std::uint32_t colour) {
+  GdiOp op{};
+  op.op = code;
+  op.canvas = canvas;
+  op.bounds = box;
+  op.shapeFill = colour;
+  op.shapeOutline = 0xFFFFFFFF;
+  return static_cast<int>(GdiCommand(&op));
+}
+
+}  // namespace
+
+int GdiCanvasEllipse(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour) {
+  return GdiCanvasBoxShape(canvas, kGdiEllipse, box, colour);
+}
+
+int GdiCanvasLine(GdiCanvas* canvas, int x1, int y1, int x2, int y2, int penWidth, std::uint32_t colour) {
+  GdiOp op{};
+  op.op = kGdiLine;
+  op.canvas = canvas;
+  op.lineX1 = x1;
+  op.lineY1 = y1;
+  op.lineX2 = x2;
+  op.lineY2 = y2;
+  op.lineWidth = penWidth;
+  op.lineColour = colour;
+  return static_cast<int>(GdiCommand(&op));
+}
+
+int GdiCanvasRectangle(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour) {
+  return GdiCanvasBoxShape(canvas, kGdiRectangle, box, colour);
+}
 
 FontSpec FontSpecMake(const char* face, int height, int bold, int italic) {
   FontSpec font{};

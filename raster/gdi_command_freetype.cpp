@@ -15,7 +15,6 @@
 
 #include "raster/code_page.h"
 #include "raster/gdi_backend.h"
-#include "raster/shape_raster.h"
 
 namespace {
 
@@ -233,28 +232,4 @@ int FontMetricsOf(const FontSpec* font, FontMetrics* metrics) {
                                      : metrics->ascent + static_cast<std::int32_t>(std::lround(descent * scale));
   metrics->descent = metrics->height - metrics->ascent;
   return 1;
-}
-
-DibHandle GdiEllipsePicture(const GdiOp* op, int width, int height, int left, int top, int boxWidth,
-                            int boxHeight) {
-  if (width < 1 || height < 1) return nullptr;
-  DibHandle picture = DibNew(width, height, nullptr, 24);
-  DibLock lock(picture);
-  if (lock.head == nullptr) return MemFree(picture);
-  if (op->shapeOutline != kGdiNoColour)
-    ShapeStrokeEllipse(lock.head, left, top, boxWidth, boxHeight, op->shapePenWidth, op->shapeOutline, op->antialias);
-  if (op->shapeFill != kGdiNoColour)
-    ShapeFillEllipse(lock.head, left, top, boxWidth, boxHeight, op->shapeFill, op->antialias);
-  return picture;
-}
-
-DibHandle GdiLinePicture(const GdiOp* op, int width, int height, int x1, int y1, int x2, int y2,
-                         std::uint32_t startCap, std::uint32_t endCap) {
-  if (width < 1 || height < 1) return nullptr;
-  DibHandle picture = DibNew(width, height, nullptr, 24);
-  DibLock lock(picture);
-  if (lock.head == nullptr) return MemFree(picture);
-  ShapeStrokeLine(lock.head, x1, y1, x2, y2, op->lineWidth, static_cast<int>(startCap), static_cast<int>(endCap),
-                  op->lineColour, op->antialias);
-  return picture;
 }

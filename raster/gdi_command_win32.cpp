@@ -44,40 +44,6 @@ struct WideText {
   explicit WideText(const char* text) { MultiByteToWideChar(CP_ACP, MB_PRECOMPOSED, text, -1, chars, kWideLimit); }
 };
 
-// The common frame of every picture: a 24-bit GDI+ bitmap with its graphics,
-// smoothing as asked, cleared to black; the picture leaves through a GDI
-// bitmap. graphics is null if either could not be made.
-struct PictureCanvas {
-  GpBitmap* bitmap = nullptr;
-  GpGraphics* graphics = nullptr;
-
-  PictureCanvas(int width, int height, int antialias) {
-    if (GdipCreateBitmapFromScan0(width, height, 0, PixelFormat24bppRGB, nullptr, &bitmap) != Ok) return;
-    if (GdipGetImageGraphicsContext(bitmap, &graphics) != Ok) {
-      graphics = nullptr;
-      return;
-    }
-    GdipSetSmoothingMode(graphics, antialias > 0 ? SmoothingModeHighQuality : SmoothingModeNone);
-    GdipFlush(graphics, FlushIntentionFlush);
-    GdipGraphicsClear(graphics, kOpaqueBlack);
-  }
-  ~PictureCanvas() {
-    if (graphics != nullptr) GdipDeleteGraphics(graphics);
-    if (bitmap != nullptr) GdipDisposeImage(reinterpret_cast<GpImage*>(bitmap));
-  }
-  PictureCanvas(const PictureCanvas&) = delete;
-  PictureCanvas& operator=(const PictureCanvas&) = delete;
-
-  DibHandle Picture() {
-    GdipFlush(graphics, FlushIntentionFlush);
-    HBITMAP gdiBitmap = nullptr;
-    if (GdipCreateHBITMAPFromBitmap(bitmap, &gdiBitmap, kOpaqueBlack) != Ok) return nullptr;
-    DibHandle picture = DibFromGdiBitmap(gdiBitmap);
-    DeleteObject(gdiBitmap);
-    return picture;
-  }
-};
-
 }  // namespace
 
 struct GdiTextSession {
@@ -165,54 +131,34 @@ int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* heigh
 
 DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, int height, std::uint32_t colour,
                          int antialias) {
-  PictureCanvas canvas(width, height, antialias);
-  if (canvas.graphics == nullptr) return nullptr;
-  GdipSetTextRenderingHint(canvas.graphics,
-                           antialias != 0 ? TextRenderingHintAntiAlias : TextRenderingHintSingleBitPerPixel);
+  GpBitmap* bitmap = nullptr;
+  if (GdipCreateBitmapFromScan0(width, height, 0, PixelFormat24bppRGB, nullptr, &bitmap) != Ok) return nullptr;
+  GpGraphics* graphics = nullptr;
   GpSolidFill* brush = nullptr;
-  GdipCreateSolidFill(OpaqueArgb(colour), &brush);
-  GdipFlush(canvas.graphics, FlushIntentionFlush);
-  GdipGraphicsClear(canvas.graphics, kOpaqueBlack);
-  WideText wide(text);
-  RectF layout(0, 0, 0, 0);
-  GdipDrawString(canvas.graphics, wide.chars, -1, session->font, &layout, nullptr, reinterpret_cast<GpBrush*>(brush));
+  DibHandle picture = nullptr;
+  if (GdipGetImageGraphicsContext(bitmap, &graphics) == Ok) {
+    GdipSetSmoothingMode(graphics, antialias > 0 ? SmoothingModeHighQuality : SmoothingModeNone);
+    GdipFlush(graphics, FlushIntentionFlush);
+    GdipGraphicsClear(graphics, kOpaqueBlack);
+    GdipSetTextRenderingHint(graphics,
+                             antialias != 0 ? TextRenderingHintAntiAlias : TextRenderingHintSingleBitPerPixel);
+    GdipCreateSolidFill(OpaqueArgb(colour), &brush);
+    GdipFlush(graphics, FlushIntentionFlush);
+    GdipGraphicsClear(graphics, kOpaqueBlack);
+    WideText wide(text);
+    RectF layout(0, 0, 0, 0);
+    GdipDrawString(graphics, wide.chars, -1, session->font, &layout, nullptr, reinterpret_cast<GpBrush*>(brush));
+    GdipFlush(graphics, FlushIntentionFlush);
+    HBITMAP gdiBitmap = nullptr;
+    if (GdipCreateHBITMAPFromBitmap(bitmap, &gdiBitmap, kOpaqueBlack) == Ok) {
+      picture = DibFromGdiBitmap(gdiBitmap);
+      DeleteObject(gdiBitmap);
+    }
+  }
   if (brush != nullptr) GdipDeleteBrush(reinterpret_cast<GpBrush*>(brush));
-  return canvas.Picture();
-}
-
-DibHandle GdiEllipsePicture(const GdiOp* op, int width, int height, int left, int top, int boxWidth,
-                            int boxHeight) {
-  PictureCanvas canvas(width, height, op->antialias);
-  if (canvas.graphics == nullptr) return nullptr;
-  if (op->shapeOutline != kGdiNoColour) {
-    GpPen* pen = nullptr;
-    if (GdipCreatePen1(OpaqueArgb(op->shapeOutline), static_cast<REAL>(op->shapePenWidth), UnitWorld, &pen) == Ok) {
-      GdipDrawEllipseI(canvas.graphics, pen, left, top, boxWidth, boxHeight);
-      GdipDeletePen(pen);
-    }
-  }
-  if (op->shapeFill != kGdiNoColour) {
-    GpSolidFill* brush = nullptr;
-    if (GdipCreateSolidFill(OpaqueArgb(op->shapeFill), &brush) == Ok) {
-      GdipFillEllipseI(canvas.graphics, reinterpret_cast<GpBrush*>(brush), left, top, boxWidth, boxHeight);
-      GdipDeleteBrush(reinterpret_cast<GpBrush*>(brush));
-    }
-  }
-  return canvas.Picture();
-}
-
-DibHandle GdiLinePicture(const GdiOp* op, int width, int height, int x1, int y1, int x2, int y2,
-                         std::uint32_t startCap, std::uint32_t endCap) {
-  PictureCanvas canvas(width, height, op->antialias);
-  if (canvas.graphics == nullptr) return nullptr;
-  GpPen* pen = nullptr;
-  if (GdipCreatePen1(OpaqueArgb(op->lineColour), static_cast<REAL>(op->lineWidth), UnitWorld, &pen) == Ok) {
-    GdipSetPenStartCap(pen, static_cast<LineCap>(startCap));
-    GdipSetPenEndCap(pen, static_cast<LineCap>(endCap));
-    GdipDrawLineI(canvas.graphics, pen, x1, y1, x2, y2);
-    GdipDeletePen(pen);
-  }
-  return canvas.Picture();
+  if (graphics != nullptr) GdipDeleteGraphics(graphics);
+  GdipDisposeImage(reinterpret_cast<GpImage*>(bitmap));
+  return picture;
 }
 
 int FontMetricsOf(const FontSpec* font, FontMetrics* metrics) {

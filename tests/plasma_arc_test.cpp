@@ -63,14 +63,7 @@ TEST(ArcTracer, NoTurnGivesAStraightChain) {
   FreeArcTracer(&tracer);
 }
 
-class PlasmaArcEffect : public EffectOnDefaults {
- protected:
-  std::vector<std::uint32_t> Delays() {
-    std::vector<std::uint32_t> delays;
-    for (const FrameRecord& frame : Frames()) delays.push_back(frame.delay);
-    return delays;
-  }
-};
+class PlasmaArcEffect : public EffectOnDefaults {};
 
 // Every frame is one more arc and its delay is jittered by the disturbance;
 // the same seed gives the same delays, and no disturbance no jitter.
