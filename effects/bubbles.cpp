@@ -60,31 +60,27 @@ DibHandle Generate(EffectContext* context, const BubblePanel& panel) {
   return picture.release();
 }
 
-int Preview(EffectContext* context, DibHandle (*generate)(EffectContext*)) {
+int Preview(EffectContext* context, EffectGenerator generate) {
   BubbleField field{};
   field.loopFrames = 1;
-  context->flags |= kEffectFlagPreview;
-  context->extra = &field;
-  context->previewBitmap = generate(context);
+  int result = RunEffectPreview(context, &field, generate);
   FreeBubbleField(&field);
-  return 1;
+  return result;
 }
 
 // The sizing call has already turned every bubble one step, so frame i shows
 // the sway one step further on; and when the height cuts the count below the
 // frames setting, the loop does not close.
 int BuildFrames(EffectContext* context, const BubblePanel& panel, BubbleField* field,
-                DibHandle (*generate)(EffectContext*)) {
-  const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  int frames = ReadControlInt(dialog, panel.frames);
+                EffectGenerator generate) {
+  BuildTiming timing = ReadBuildTiming(context->dialog);
+  int frames = ReadControlInt(context->dialog, panel.frames);
   field->loopFrames = frames;
   context->extra = field;
   context->flags |= kEffectFlagStill;
   DibHandle first = generate(context);
   if (first == nullptr) return 0;
-  if (rolling == 0) return AppendEffectFrame(context, first, delay);
+  if (timing.rolling == 0) return AppendEffectFrame(context, first, timing.delay);
 
   int width = 0;
   int height = 0;
@@ -94,14 +90,13 @@ int BuildFrames(EffectContext* context, const BubblePanel& panel, BubbleField* f
   int count = frames < 2 * height ? frames : 2 * height;
   for (int i = 0; i < count; ++i) {
     field->frame = i;
-    DibHandle image = generate(context);
-    if (image == nullptr || AppendEffectFrame(context, image, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, generate, timing.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;
 }
 
-int Build(EffectContext* context, const BubblePanel& panel, DibHandle (*generate)(EffectContext*)) {
+int Build(EffectContext* context, const BubblePanel& panel, EffectGenerator generate) {
   BubbleField field{};
   int result = BuildFrames(context, panel, &field, generate);
   FreeBubbleField(&field);

@@ -63,17 +63,16 @@ int AppendFireFrame(EffectContext* context, InfernoState* state, DibHandle recor
                     std::uint32_t delay) {
   state->fireFrame = FireForCanvas(recorded, geometry);
   if (state->fireFrame == nullptr) return 0;
-  DibHandle image = ComposeInfernoFrame(context);
+  int appended = AppendGeneratedFrame(context, ComposeInfernoFrame, delay);
   state->fireFrame = MemFree(state->fireFrame);
-  return image != nullptr && AppendEffectFrame(context, image, delay);
+  return appended;
 }
 
 int BuildFrames(EffectContext* context, InfernoState* state) {
   const Controls* dialog = context->dialog;
   int frames = ReadControlInt(dialog, kFramesId);
   FireColours colours = ReadFireColours(dialog);
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  BuildTiming timing = ReadBuildTiming(dialog);
 
   context->flags |= kEffectFlagStill;
   int width = 0;
@@ -83,14 +82,14 @@ int BuildFrames(EffectContext* context, InfernoState* state) {
   if (InitFire(state, geometry.width, geometry.height, colours.black, colours.red, colours.yellow) == 0) return 0;
 
   int count = frames < state->period ? frames : state->period;
-  if (rolling == 0) return AppendFireFrame(context, state, state->frames[0], geometry, delay);
+  if (timing.rolling == 0) return AppendFireFrame(context, state, state->frames[0], geometry, timing.delay);
   context->flags &= ~kEffectFlagStill;
   int* plan = new (std::nothrow) int[count];
   if (plan == nullptr) return 0;
   FireFramePlan(count, state->period, plan);
   int result = 1;
   for (int i = 0; i < count && result != 0; ++i) {
-    result = AppendFireFrame(context, state, state->frames[plan[i]], geometry, delay);
+    result = AppendFireFrame(context, state, state->frames[plan[i]], geometry, timing.delay);
     if (result != 0) HostProgress(context->host, i, count);
   }
   delete[] plan;

@@ -109,16 +109,12 @@ int MakeGround(const Controls* dialog, ArcExtra* extra) {
 int BuildFrames(EffectContext* context, ArcExtra* extra) {
   const Controls* dialog = context->dialog;
   int disturbance = ReadControlInt(dialog, kDisturbanceId);
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  BuildTiming timing = ReadBuildTiming(dialog);
   int frames = ReadControlInt(dialog, kFramesId);
   extra->frames = frames;
   context->flags |= kEffectFlagStill;
   if (PrepareHistory(context, extra) == 0) return 0;
-  if (rolling == 0) {
-    DibHandle image = PlasmaArcGenerate(context);
-    return image != nullptr && AppendEffectFrame(context, image, delay);
-  }
+  if (timing.rolling == 0) return AppendGeneratedFrame(context, PlasmaArcGenerate, timing.delay);
   context->flags &= ~kEffectFlagStill;
   for (int i = 0; i < frames; ++i) {
     extra->phase = i;
@@ -127,7 +123,7 @@ int BuildFrames(EffectContext* context, ArcExtra* extra) {
     // No disturbance is no jitter.
     int draw = CrtRand();
     int jitter = disturbance > 0 ? draw % disturbance : 0;
-    if (AppendEffectFrame(context, image, delay + static_cast<std::uint32_t>(jitter)) == 0) return 0;
+    if (AppendEffectFrame(context, image, timing.delay + static_cast<std::uint32_t>(jitter)) == 0) return 0;
     HostProgress(context->host, i, frames);
   }
   return 1;
