@@ -156,6 +156,21 @@ void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mas
   });
 }
 
+void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask) {
+  int width = mask->biWidth < fill->biWidth ? mask->biWidth : fill->biWidth;
+  int height = mask->biHeight < fill->biHeight ? mask->biHeight : fill->biHeight;
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      int level = DibGetPixel(mask, x, y) & 0xFF;
+      if (level == 0) continue;
+      std::int32_t pixel = DibGetPixel(frame, x, y);
+      if (pixel == -1) continue;
+      auto colour = static_cast<std::uint32_t>(DibGetPixel(fill, x, y));
+      DibPutPixel(frame, x, y, BlendPixel(colour, static_cast<std::uint32_t>(pixel), level));
+    }
+  }
+}
+
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
   CompositeOutlineFaded(frame, colour, mask, kFullLevel);
 }
