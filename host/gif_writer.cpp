@@ -143,12 +143,11 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
 }
 
 // How many pixels from start the longest string in the dictionary covers
-// when the first takes the value first, each later pixel its index or else
-// its other value.
+// when it starts from code, each pixel taking its index or else its other
+// value.
 std::size_t MatchLength(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
-                        std::size_t start, std::size_t count, int first) {
-  int code = first;
-  std::size_t position = start + 1;
+                        std::size_t start, std::size_t count, int code) {
+  std::size_t position = start;
   for (; position < count; ++position) {
     int extended = dictionary.Find(code, indices[position]);
     if (extended < 0) extended = dictionary.Find(code, others[position]);
@@ -181,9 +180,14 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
   for (std::size_t position = 1; position < count && out.size() <= limit; ++position) {
     int index = indices[position];
     int extended = dictionary.Find(prefix, index);
-    if (extended < 0 && others != nullptr && others[position] != index) {
-      extended = dictionary.Find(prefix, others[position]);
-      if (extended >= 0) chosen[position] = others[position];
+    if (others != nullptr && others[position] != index) {
+      // Where both values grow the string, the one that grows it further.
+      int alternative = dictionary.Find(prefix, others[position]);
+      if (alternative >= 0 && (extended < 0 || MatchLength(dictionary, indices, others, position + 1, count, alternative) >
+                                                   MatchLength(dictionary, indices, others, position + 1, count, extended))) {
+        extended = alternative;
+        chosen[position] = others[position];
+      }
     }
     if (extended >= 0) {
       prefix = extended;
@@ -192,8 +196,8 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
     packer.Put(prefix, width);
     // A pixel that starts a string takes the value that starts the longer one.
     if (others != nullptr && others[position] != index &&
-        MatchLength(dictionary, indices, others, position, count, others[position]) >
-            MatchLength(dictionary, indices, others, position, count, index)) {
+        MatchLength(dictionary, indices, others, position + 1, count, others[position]) >
+            MatchLength(dictionary, indices, others, position + 1, count, index)) {
       index = others[position];
       chosen[position] = others[position];
     }
