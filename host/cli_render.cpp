@@ -15,6 +15,7 @@
 #include "host/cli_memory.h"
 #include "host/cli_output.h"
 #include "host/cp1252.h"
+#include "host/data_folders.h"
 #include "host/file_checks.h"
 #include "host/font_match.h"
 #include "host/frames_folder.h"
@@ -164,6 +165,20 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
   return CheckOutputs(*options);
 }
 
+// The primary groups go into the data folder, as an installer would, where
+// they may be read: Background Mural always draws a tile, and a data folder
+// that exists may hold tile fills. A render of plain fills leaves the
+// configuration folder alone. A failure is a warning: the built-in tile
+// stands in.
+void InstallGroupsWhereRead() {
+  constexpr int kBackgroundMuralRow = 3;
+  std::error_code missing;
+  bool folderExists = std::filesystem::is_directory(DataFolderPath(""), missing);
+  if (static_cast<int>(MainEffect) != kBackgroundMuralRow && !folderExists) return;
+  std::string error;
+  if (!HostMakeDataFolders(&error)) CliWarn(kCommand, error + "; the built-in tile stands in");
+}
+
 // Settings as the dialog would start with them, then the command line's.
 int ApplySettings(const RenderOptions& options) {
   if (int status = CliLoadSettings(kCommand, options.ini); status != kExitSuccess) return status;
@@ -180,6 +195,7 @@ int ApplySettings(const RenderOptions& options) {
   if (options.textGiven && !RenderSetText(options.text, &error)) return CliFail(kCommand, error);
   if (MainText[0] == '\0') return CliFail(kCommand, "the text is empty");
   if (!options.framesDir.empty() && !FramesFolderUsable(options.framesDir, &error)) return CliFail(kCommand, error);
+  InstallGroupsWhereRead();
   return kExitSuccess;
 }
 
