@@ -55,6 +55,15 @@ void ReadSharedControls(const Controls* dialog, SharedControls* shared) {
   shared->rolling = ControlChecked(dialog, kIdRolling);
 }
 
+BuildControls ReadBuildControls(const Controls* dialog, int framesId) {
+  BuildControls build;
+  build.rolling = ControlChecked(dialog, kIdRolling);
+  build.delay = static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay));
+  build.pause = static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause));
+  build.frames = ReadControlInt(dialog, framesId);
+  return build;
+}
+
 void ReadPanelLook(const Controls* dialog, const PanelLookIds& ids, PanelLook* look) {
   look->shadowOn = CheckedOrOff(dialog, ids.shadowEnable);
   look->outlineOn = CheckedOrOff(dialog, ids.outlineEnable);

@@ -30,6 +30,17 @@ struct SharedControls {
 
 void ReadSharedControls(const Controls* dialog, SharedControls* shared);
 
+// What a build reads before its first frame: MainRolling, MainDelay,
+// MainPause and the effect's frame count.
+struct BuildControls {
+  int rolling;
+  std::uint32_t delay;
+  std::uint32_t pause;
+  int frames;
+};
+
+BuildControls ReadBuildControls(const Controls* dialog, int framesId);
+
 // Ids of an effect's look controls; 0 where the panel has no such control.
 struct PanelLookIds {
   int shadowEnable;

@@ -43,11 +43,6 @@ std::uint32_t RampColour(const RadialExtra* extra, int index) {
   return triple[0] | triple[1] << 8 | static_cast<std::uint32_t>(triple[2]) << 16;
 }
 
-int AppendGenerated(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = RadialFountainGenerate(context);
-  return image != nullptr && EffectAppendFrame(context, image, delay) != 0;
-}
-
 }  // namespace
 
 DibHandle RadialRings(const RadialExtra* extra, int width, int height) {
@@ -116,10 +111,7 @@ int RadialFountainPreview(EffectContext* context) {
 
 int RadialFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  ReadControlInt(dialog, 33);  // the pause: this effect never rests
-  int frames = ReadControlInt(dialog, kFramesId);
+  const BuildControls build = ReadBuildControls(dialog, kFramesId);  // the pause goes unused: no frame rests
 
   RadialExtra extra{};
   extra.dialog = dialog;
@@ -130,17 +122,17 @@ int RadialFountainBuild(EffectContext* context) {
   MemFree(check);
   context->flags &= ~kEffectFlagStill;
 
-  if (rolling == 0) {
+  if (build.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendGenerated(context, delay);
+    return EffectAppendGenerated(context, RadialFountainGenerate, build.delay);
   }
-  const int count = RadialFountainFrameCount(frames);
+  const int count = RadialFountainFrameCount(build.frames);
   const double step = count == kMostFrames ? 1.0 : 256.0 / count;
   double acc = 0;
   for (int i = 0; i < count; ++i) {
     acc += step;
     extra.phase = static_cast<std::int32_t>(acc);
-    if (AppendGenerated(context, delay) == 0) return 0;
+    if (EffectAppendGenerated(context, RadialFountainGenerate, build.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

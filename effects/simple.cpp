@@ -78,10 +78,7 @@ int SimplePreview(EffectContext* context) {
 
 int SimpleBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
-  int frames = ReadControlInt(dialog, kFramesId);
+  const BuildControls build = ReadBuildControls(dialog, kFramesId);
   int direction = ReadControlNumber(dialog, kScrollId);
 
   SimpleExtra extra{};
@@ -89,7 +86,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (rolling == 0) return EffectAppendFrame(context, still, delay);
+  if (build.rolling == 0) return EffectAppendFrame(context, still, build.delay);
 
   int width = 0;
   int height = 0;
@@ -97,15 +94,15 @@ int SimpleBuild(EffectContext* context) {
   MemFree(still);
   if (sized == 0) return 0;
 
-  std::vector<ScrollStep> steps(frames);
-  int count = SimpleScrollPlan(direction, width, height, frames, steps.data());
+  std::vector<ScrollStep> steps(build.frames);
+  int count = SimpleScrollPlan(direction, width, height, build.frames, steps.data());
   bool vertical = direction == 0 || direction == 3;
   for (int i = 0; i < count; ++i) {
     extra.scrollX = vertical ? 0 : steps[i].offset;
     extra.scrollY = vertical ? steps[i].offset : 0;
     DibHandle image = SimpleGenerate(context);
     if (image == nullptr) return 0;
-    if (EffectAppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    if (EffectAppendFrame(context, image, build.delay + (steps[i].pauses ? build.pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

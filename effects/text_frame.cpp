@@ -90,3 +90,8 @@ int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t del
   MemFree(image);
   return 0;
 }
+
+int EffectAppendGenerated(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay) {
+  DibHandle image = generate(context);
+  return image != nullptr && EffectAppendFrame(context, image, delay) != 0 ? 1 : 0;
+}

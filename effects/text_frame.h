@@ -56,3 +56,5 @@ int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y, Out
 // Appends a frame with the given delay and no transparency; a frame that
 // cannot be appended is freed. 1 or 0.
 int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+// A frame from the generator, appended as above. 1, or 0 when either fails.
+int EffectAppendGenerated(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);

@@ -56,12 +56,6 @@ int CompositeText(const EffectContext* context, const TextFrame& frame, DibHead*
   return TextFrameFill(frame, picture, fillLock.head, x, y, kFullLevel);
 }
 
-// One frame made and appended; 0 when either fails.
-int AppendGenerated(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = ZAxisFountainGenerate(context);
-  return image != nullptr && EffectAppendFrame(context, image, delay) != 0;
-}
-
 }  // namespace
 
 DibHandle ZAxisFountainGenerate(EffectContext* context) {
@@ -96,10 +90,7 @@ int ZAxisFountainPreview(EffectContext* context) {
 
 int ZAxisFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  ReadControlInt(dialog, 33);  // the pause: this effect never rests
-  int frames = ReadControlInt(dialog, kFramesId);
+  const BuildControls build = ReadBuildControls(dialog, kFramesId);  // the pause goes unused: no frame rests
 
   ZAxisFountainExtra extra{};
   extra.flatColour = 1;
@@ -113,16 +104,16 @@ int ZAxisFountainBuild(EffectContext* context) {
   if (sized == 0) return 0;
   context->flags &= ~kEffectFlagStill;
 
-  if (rolling == 0) {
+  if (build.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendGenerated(context, delay);
+    return EffectAppendGenerated(context, ZAxisFountainGenerate, build.delay);
   }
-  const int count = ZAxisFountainFrameCount(frames, width);
+  const int count = ZAxisFountainFrameCount(build.frames, width);
   const double divisor = count > 0.001 ? count : 0.001;
   for (int i = 0; i < count; ++i) {
     extra.phase = static_cast<std::int32_t>(static_cast<double>(i + 1) * width / count);
     extra.rampIndex = static_cast<std::int32_t>(i / divisor * 255.0);
-    if (AppendGenerated(context, delay) == 0) return 0;
+    if (EffectAppendGenerated(context, ZAxisFountainGenerate, build.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

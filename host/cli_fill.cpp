@@ -122,17 +122,6 @@ void PrintFill(int id, const MaterialRecord& record, const char* path) {
   std::printf("%-8s %s\n", "file", path);
 }
 
-// Writes beside the file and then moves over it, so a failed write leaves
-// the old file as it was.
-int SaveReplacing(MemHandle block, const std::string& path, std::string* error) {
-  std::string temporary = path + ".new";
-  if (MaterialSave(block, temporary.c_str()) == 0 || std::rename(temporary.c_str(), path.c_str()) != 0) {
-    std::remove(temporary.c_str());
-    return (*error = "cannot write '" + path + "'"), 0;
-  }
-  return 1;
-}
-
 int ShowOrSetFill(int id, int argc, char** argv) {
   const ControlRow* row = ControlRowFind(id);
   if (row == nullptr || !IsFillRow(*row))
@@ -158,7 +147,7 @@ int ShowOrSetFill(int id, int argc, char** argv) {
     status = FillUsageError(error);
   } else {
     record->kind = kind->kind;
-    status = SaveReplacing(block.get(), path, &error) != 0 ? 0 : FillFail(error);
+    status = FillSaveReplacing(block.get(), path, MaterialSave) != 0 ? 0 : FillFail("cannot write '" + path + "'");
   }
   MemUnlock(block.get());
   return status;

@@ -139,16 +139,14 @@ void PrintMarkers(const FountainRecord& line) {
   }
 }
 
-// Writes beside the file and moves it over, so a failed write leaves the
-// old file as it was.
-int SaveBarReplacing(MemHandle block, const std::string& path) {
+}  // namespace
+
+int FillSaveReplacing(MemHandle block, const std::string& path, int (*save)(MemHandle block, const char* path)) {
   std::string temporary = path + ".new";
-  if (FountainButtonSave(block, temporary.c_str()) != 0 && std::rename(temporary.c_str(), path.c_str()) == 0) return 1;
+  if (save(block, temporary.c_str()) != 0 && std::rename(temporary.c_str(), path.c_str()) == 0) return 1;
   std::remove(temporary.c_str());
   return 0;
 }
-
-}  // namespace
 
 int FillUsageError(const std::string& message) {
   std::fprintf(stderr, "lwmotio3 fill: %s (see lwmotio3 fill --help)\n", message.c_str());
@@ -221,7 +219,7 @@ int FillBarShowOrSet(int id, int argc, char** argv) {
   }
   ApplyToLine(options, line);
   MemUnlock(block.get());
-  if (SaveBarReplacing(block.get(), path) == 0) return FillFail("cannot write '" + path + "'");
+  if (FillSaveReplacing(block.get(), path, FountainButtonSave) == 0) return FillFail("cannot write '" + path + "'");
   if (looped && options.markers.empty())
     std::printf("the bar is looped: it ends in its start colour, so --to shows only with markers\n");
   return 0;

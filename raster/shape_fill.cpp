@@ -29,13 +29,9 @@ void FillSpan(DibHead* target, int y, int x0, int x1, std::uint32_t colour) {
 // The first pixel whose centre lies at or right of a crossing at x.
 int FirstCentreFrom(double x) { return static_cast<int>(std::ceil(x - 0.5)); }
 
-// The box with its corners in order, less the right column and bottom row.
-DibRect NullPenBox(const DibRect& box) {
-  DibRect inner{std::min(box.left, box.right), std::min(box.top, box.bottom), std::max(box.left, box.right),
-                std::max(box.top, box.bottom)};
-  inner.right -= 1;
-  inner.bottom -= 1;
-  return inner;
+DibRect Ordered(const DibRect& box) {
+  return {std::min(box.left, box.right), std::min(box.top, box.bottom), std::max(box.left, box.right),
+          std::max(box.top, box.bottom)};
 }
 
 }  // namespace
@@ -53,31 +49,31 @@ void ShapeFillPolygon(DibHead* target, const std::int32_t* points, int count, st
   std::vector<double> crossings;
   crossings.reserve(static_cast<std::size_t>(count));
   for (int y = top; y < bottom; ++y) {
-    // Vertices are whole numbers and the sample line runs through the
-    // pixels' centres, so no vertex ever lies on it.
-    const double centre = y + 0.5;
+    // An edge holds its upper end and not its lower one, so a vertex on the
+    // row is crossed once, and flat edges not at all.
     crossings.clear();
     for (int i = 0; i < count; ++i) {
       const std::int32_t* a = points + 2 * i;
       const std::int32_t* b = points + 2 * ((i + 1) % count);
-      if ((a[1] < centre) == (b[1] < centre)) continue;
-      crossings.push_back(a[0] + (centre - a[1]) * (b[0] - a[0]) / (b[1] - a[1]));
+      if ((a[1] <= y) == (b[1] <= y)) continue;
+      crossings.push_back(a[0] + static_cast<double>(y - a[1]) * (b[0] - a[0]) / (b[1] - a[1]));
     }
     std::sort(crossings.begin(), crossings.end());
     for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
-      FillSpan(target, y, FirstCentreFrom(crossings[i]), FirstCentreFrom(crossings[i + 1]), colour);
+      FillSpan(target, y, static_cast<int>(std::ceil(crossings[i])), static_cast<int>(std::ceil(crossings[i + 1])),
+               colour);
   }
 }
 
 void ShapeFillRectangle(DibHead* target, const DibRect& box, std::uint32_t colour) {
   if (target->biBitCount != 24) return;
-  DibRect inner = NullPenBox(box);
-  for (int y = inner.top; y < inner.bottom; ++y) FillSpan(target, y, inner.left, inner.right, colour);
+  DibRect inner = Ordered(box);
+  for (int y = inner.top; y < inner.bottom - 1; ++y) FillSpan(target, y, inner.left, inner.right - 1, colour);
 }
 
 void ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour) {
   if (target->biBitCount != 24) return;
-  DibRect inner = NullPenBox(box);
+  DibRect inner = Ordered(box);
   const double radiusX = (inner.right - inner.left) / 2.0;
   const double radiusY = (inner.bottom - inner.top) / 2.0;
   if (radiusX <= 0 || radiusY <= 0) return;

@@ -3,38 +3,16 @@
 
 #include "effects/simple.h"
 #include "effects/text_frame.h"
-#include "plugin/controls_startup.h"
-#include "tests/text_test_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
-// Simple run against the headless dialog as it stands after start-up with
-// the compiled-in settings and no saved fills.
-class SimpleEffect : public GdiStarted {
+class SimpleEffect : public EffectOnDefaults {
  protected:
   void SetUp() override {
-    SettingsReset();
-    SnapshotInit(&snapshot_);
-    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
-    context_.dialog = &snapshot_.controls;
-    context_.frames = &frames_;
+    EffectOnDefaults::SetUp();
     context_.extra = &still_;
   }
-  void TearDown() override {
-    FrameListFree(&frames_);
-    SnapshotClear(&snapshot_);
-  }
-
-  std::vector<FrameRecord> Frames() {
-    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
-    std::vector<FrameRecord> out(records, records + frames_.count);
-    MemUnlock(frames_.records);
-    return out;
-  }
-
-  ControlsSnapshot snapshot_;
-  FrameList frames_{};
-  EffectContext context_{};
   SimpleExtra still_{0, 0};
 };
 
