@@ -4,6 +4,7 @@
 #include "effects/effect.h"
 #include "effects/radial_fountain.h"
 #include "effects/simple.h"
+#include "effects/stripes.h"
 #include "effects/zaxis_fountain.h"
 #include "fills/material.h"
 
@@ -157,6 +158,6 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
     {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
-    {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
+    {"Stripes", StripesPreview, StripesBuild, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
     {"Z-Axis Fountain", ZAxisFountainPreview, ZAxisFountainBuild, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };

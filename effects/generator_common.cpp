@@ -131,3 +131,18 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
   CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
 }
+
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
+  FrameRecord record{};
+  record.image = image;
+  record.delay = delay;
+  record.transparentIndex = -1;
+  if (FrameListAppend(context->frames, &record) == 1) return 1;
+  MemFree(image);
+  return 0;
+}
+
+int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay) {
+  DibHandle image = generate(context);
+  return image != nullptr && AppendEffectFrame(context, image, delay) != 0 ? 1 : 0;
+}

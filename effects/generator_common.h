@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+#include "effects/effect.h"
 #include "plugin/controls.h"
 #include "raster/dib.h"
 
@@ -106,3 +107,9 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+
+// Appends a frame with its delay (transparent index -1); the list owns it from
+// then on. On failure the frame is freed and 0 returned.
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+// A frame from the generator, appended as above. 1, or 0 when either fails.
+int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);

@@ -16,7 +16,6 @@ constexpr int kGradientId = 281;
 constexpr int kShadowFillId = 285;
 constexpr int kBackgroundId = 283;
 constexpr int kFramesId = 295;
-constexpr int kFullLevel = 255;
 constexpr int kFewestFrames = 16;
 constexpr int kMostFrames = 256;
 
@@ -83,15 +82,15 @@ DibHandle RadialFountainGenerate(EffectContext* context) {
   DibLock pictureLock(picture.get());
   if (pictureLock.head == nullptr) return nullptr;
   if (frame.look.shadowOn != 0 &&
-      TextFrameShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                      frame.pad + frame.place.shadowY, kShadowFillFollows) == 0)
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
+                      frame.pad + frame.place.shadowY, kShadowFillMoves) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;
   DibOwner rings(RadialRings(extra, frame.size.width, frame.size.height));
   DibLock ringsLock(rings.get());
-  if (TextFrameFill(frame, pictureLock.head, ringsLock.head, textX, textY, kFullLevel) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutline(frame, pictureLock.head, textX, textY, kOutlineShiftedLeft) == 0)
+  if (TextFrameCompositeText(frame, pictureLock.head, ringsLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
     return nullptr;
   return picture.release();
 }
@@ -124,7 +123,7 @@ int RadialFountainBuild(EffectContext* context) {
 
   if (build.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return EffectAppendGenerated(context, RadialFountainGenerate, build.delay);
+    return AppendGeneratedFrame(context, RadialFountainGenerate, build.delay);
   }
   const int count = RadialFountainFrameCount(build.frames);
   const double step = count == kMostFrames ? 1.0 : 256.0 / count;
@@ -132,7 +131,7 @@ int RadialFountainBuild(EffectContext* context) {
   for (int i = 0; i < count; ++i) {
     acc += step;
     extra.phase = static_cast<std::int32_t>(acc);
-    if (EffectAppendGenerated(context, RadialFountainGenerate, build.delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, RadialFountainGenerate, build.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -14,13 +14,6 @@ constexpr int kBackgroundId = 105;
 constexpr int kFramesId = 117;
 constexpr int kScrollId = 122;
 
-// The text's fill, fixed to the frame, through the text mask.
-int CompositeText(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
-  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
-  DibLock fillLock(fill.get());
-  return TextFrameFill(frame, picture, fillLock.head, x, y, frame.look.fillLevel);
-}
-
 }  // namespace
 
 DibHandle SimpleGenerate(EffectContext* context) {
@@ -35,13 +28,16 @@ DibHandle SimpleGenerate(EffectContext* context) {
   int baseX = scroll->scrollX + frame.pad;
   int baseY = scroll->scrollY + frame.pad;
   if (frame.look.shadowOn != 0 &&
-      TextFrameShadow(dialog, frame, pictureLock.head, kShadowFillId, baseX + frame.place.shadowX,
-                      baseY + frame.place.shadowY, kShadowFillFollows) == 0)
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, baseX + frame.place.shadowX,
+                               baseY + frame.place.shadowY, kShadowFillMoves) == 0)
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
-  if (CompositeText(dialog, frame, pictureLock.head, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutline(frame, pictureLock.head, textX, textY, kOutlineShiftedLeft) == 0)
+  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
+  DibLock fillLock(fill.get());
+  if (fillLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0)
+    return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
     return nullptr;
   return picture.release();
 }
@@ -78,7 +74,10 @@ int SimplePreview(EffectContext* context) {
 
 int SimpleBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  const BuildControls build = ReadBuildControls(dialog, kFramesId);
+  int rolling = ControlChecked(dialog, 32);
+  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
+  int frames = ReadControlInt(dialog, kFramesId);
   int direction = ReadControlNumber(dialog, kScrollId);
 
   SimpleExtra extra{};
@@ -86,7 +85,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (build.rolling == 0) return EffectAppendFrame(context, still, build.delay);
+  if (rolling == 0) return AppendEffectFrame(context, still, delay);
 
   int width = 0;
   int height = 0;
@@ -94,15 +93,15 @@ int SimpleBuild(EffectContext* context) {
   MemFree(still);
   if (sized == 0) return 0;
 
-  std::vector<ScrollStep> steps(build.frames);
-  int count = SimpleScrollPlan(direction, width, height, build.frames, steps.data());
+  std::vector<ScrollStep> steps(frames);
+  int count = SimpleScrollPlan(direction, width, height, frames, steps.data());
   bool vertical = direction == 0 || direction == 3;
   for (int i = 0; i < count; ++i) {
     extra.scrollX = vertical ? 0 : steps[i].offset;
     extra.scrollY = vertical ? steps[i].offset : 0;
     DibHandle image = SimpleGenerate(context);
     if (image == nullptr) return 0;
-    if (EffectAppendFrame(context, image, build.delay + (steps[i].pauses ? build.pause : 0)) == 0) return 0;
+    if (AppendEffectFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

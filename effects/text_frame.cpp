@@ -39,8 +39,8 @@ DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }
 
-int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x, int y,
-                    ShadowFillPlace place) {
+int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y, ShadowFillPlace place) {
   DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
   if (fill == nullptr || mask == nullptr) return 0;
@@ -51,47 +51,48 @@ int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* pic
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());
   if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  if (place == kShadowFillFollows) CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
-  else CompositeFill(picture, fillLock.head, maskLock.head);
+  if (place == kShadowFillMoves)
+    CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
+  else
+    CompositeFill(picture, fillLock.head, maskLock.head);
   return 1;
 }
 
-int TextFrameFill(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y, int level) {
-  DibOwner mask(TextFrameMask(frame, x, y, level));
+int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y) {
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   DibLock maskLock(mask.get());
-  if (fill == nullptr || maskLock.head == nullptr) return 0;
+  if (maskLock.head == nullptr) return 0;
   CompositeFill(picture, fill, maskLock.head);
   return 1;
 }
 
-int TextFrameColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y, int level) {
-  DibOwner mask(TextFrameMask(frame, x, y, level));
+int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y) {
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
   CompositeOutline(picture, colour, maskLock.head);
   return 1;
 }
 
-int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y, OutlinePlace place) {
+namespace {
+
+int CompositeOutlineMask(const TextFrame& frame, DibHead* picture, int x, int y, bool shiftedLeft) {
   DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
-  if (place == kOutlineShiftedLeft) CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
-  else CompositeOutline(picture, frame.look.outlineColour, maskLock.head);
+  if (shiftedLeft)
+    CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  else
+    CompositeOutline(picture, frame.look.outlineColour, maskLock.head);
   return 1;
 }
 
-int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
-  FrameRecord record{};
-  record.image = image;
-  record.delay = delay;
-  record.transparentIndex = -1;
-  if (FrameListAppend(context->frames, &record) == 1) return 1;
-  MemFree(image);
-  return 0;
+}  // namespace
+
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y) {
+  return CompositeOutlineMask(frame, picture, x, y, true);
 }
 
-int EffectAppendGenerated(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay) {
-  DibHandle image = generate(context);
-  return image != nullptr && EffectAppendFrame(context, image, delay) != 0 ? 1 : 0;
+int TextFrameCompositeOutline(const TextFrame& frame, DibHead* picture, int x, int y) {
+  return CompositeOutlineMask(frame, picture, x, y, false);
 }

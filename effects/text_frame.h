@@ -6,7 +6,6 @@
 
 #include <cstdint>
 
-#include "effects/effect.h"
 #include "effects/generator_common.h"
 #include "raster/text.h"
 
@@ -33,28 +32,22 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
 
-// Where a shadow's fill is read: at the frame's own coordinates, or relative
-// to the shadow's place so that it moves with the letters.
-enum ShadowFillPlace { kShadowFillFixed, kShadowFillFollows };
+// How a shadow's fill lies under it: fixed to the frame, or read relative to
+// the shadow's place so that it moves with the letters.
+enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
 
-// The shadow at (x, y): the fill of control fillId through the text mask at
-// the look's shadow level, blurred by the look's softness. 1, or 0 when
-// something could not be made.
-int TextFrameShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x, int y,
-                    ShadowFillPlace place);
-// The text at (x, y) at level: the fill, read at the frame's coordinates,
-// through the text mask. 1 or 0.
-int TextFrameFill(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y, int level);
-// The text at (x, y) at level in one colour. 1 or 0.
-int TextFrameColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y, int level);
-
-// The outline at the text's place in the look's colour, blended where its
-// mask lies or one pixel to the left of it.
-enum OutlinePlace { kOutlineInPlace, kOutlineShiftedLeft };
-int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y, OutlinePlace place);
-
-// Appends a frame with the given delay and no transparency; a frame that
-// cannot be appended is freed. 1 or 0.
-int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
-// A frame from the generator, appended as above. 1, or 0 when either fails.
-int EffectAppendGenerated(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);
+// The shadow step: the fill of control fillId at frame size through the
+// shadow mask at (x, y) at the shadow's level, blurred by softness + 2 when
+// soft. 0 on failure.
+int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y, ShadowFillPlace place);
+// The text step: fill (fixed to the frame) through the text mask at (x, y)
+// at the fill's level. 0 on failure.
+int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
+// The text step in one colour instead of a fill. 0 on failure.
+int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y);
+// The outline step, the outline colour one pixel to the left of its mask
+// with the text's left top at (x, y). 0 on failure.
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y);
+// The outline step with the outline where its mask lies. 0 on failure.
+int TextFrameCompositeOutline(const TextFrame& frame, DibHead* picture, int x, int y);

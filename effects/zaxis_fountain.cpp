@@ -13,7 +13,6 @@ constexpr int kShadowFillId = 129;
 constexpr int kBackgroundId = 127;
 constexpr int kFramesId = 139;
 constexpr int kRampWidth = 256;
-constexpr int kFullLevel = 255;
 
 // The gradient of the bar at width by height, or null.
 DibHandle GradientStrip(const Controls* dialog, int width, int height) {
@@ -49,11 +48,11 @@ int CompositeText(const EffectContext* context, const TextFrame& frame, DibHead*
     // A flat frame never shows the turned fill, so it is not made.
     std::uint32_t colour = 0;
     return FlatColour(context->dialog, extra.rampIndex, &colour) != 0 &&
-           TextFrameColour(frame, picture, colour, x, y, kFullLevel) != 0;
+           TextFrameCompositeColour(frame, picture, colour, x, y) != 0;
   }
   DibOwner fill(TextFill(context, extra, frame.size));
   DibLock fillLock(fill.get());
-  return TextFrameFill(frame, picture, fillLock.head, x, y, kFullLevel);
+  return TextFrameCompositeText(frame, picture, fillLock.head, x, y);
 }
 
 }  // namespace
@@ -67,13 +66,13 @@ DibHandle ZAxisFountainGenerate(EffectContext* context) {
   if (pictureLock.head == nullptr) return nullptr;
   // The shadow's fill stays fixed to the frame.
   if (frame.look.shadowOn != 0 &&
-      TextFrameShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
                       frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;
   if (CompositeText(context, frame, pictureLock.head, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutline(frame, pictureLock.head, textX, textY, kOutlineInPlace) == 0)
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutline(frame, pictureLock.head, textX, textY) == 0)
     return nullptr;
   return picture.release();
 }
@@ -106,14 +105,14 @@ int ZAxisFountainBuild(EffectContext* context) {
 
   if (build.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return EffectAppendGenerated(context, ZAxisFountainGenerate, build.delay);
+    return AppendGeneratedFrame(context, ZAxisFountainGenerate, build.delay);
   }
   const int count = ZAxisFountainFrameCount(build.frames, width);
   const double divisor = count > 0.001 ? count : 0.001;
   for (int i = 0; i < count; ++i) {
     extra.phase = static_cast<std::int32_t>(static_cast<double>(i + 1) * width / count);
     extra.rampIndex = static_cast<std::int32_t>(i / divisor * 255.0);
-    if (EffectAppendGenerated(context, ZAxisFountainGenerate, build.delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, ZAxisFountainGenerate, build.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -7,6 +7,8 @@
 int PlatformUserDataFolder(char* buffer, int size);
 // Whether the Shift key is down now. Never, without a keyboard.
 bool PlatformShiftHeld();
+// Whether the Alt key is down now. Never, without a keyboard.
+bool PlatformAltHeld();
 
 // The folder separator of this platform's paths.
 extern const char kPlatformPathSeparator;

@@ -21,3 +21,4 @@ int PlatformUserDataFolder(char* buffer, int size) {
 }
 
 bool PlatformShiftHeld() { return false; }
+bool PlatformAltHeld() { return false; }
