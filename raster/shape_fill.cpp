@@ -38,28 +38,36 @@ DibRect Ordered(const DibRect& box) {
 
 void ShapeFillPolygon(DibHead* target, const std::int32_t* points, int count, std::uint32_t colour) {
   if (target->biBitCount != 24 || count < 3) return;
-  int top = points[1];
-  int bottom = points[1];
-  for (int i = 1; i < count; ++i) {
-    top = std::min(top, points[2 * i + 1]);
-    bottom = std::max(bottom, points[2 * i + 1]);
+  // An edge holds its upper end and not its lower one, so a vertex on a row
+  // is crossed once, and flat edges not at all.
+  // The crossing is worked out from whole numbers each time, so that one
+  // that falls on a pixel's corner is exact.
+  struct Edge {
+    int top, bottom;  // rows from top up to but not including bottom
+    int x;            // x at row top
+    double run;       // change of x over the edge's rows
+  };
+  std::vector<Edge> edges;
+  edges.reserve(static_cast<std::size_t>(count));
+  int first = target->biHeight, last = 0;
+  for (int i = 0; i < count; ++i) {
+    const std::int32_t* a = points + 2 * i;
+    const std::int32_t* b = points + 2 * ((i + 1) % count);
+    if (a[1] == b[1]) continue;
+    if (a[1] > b[1]) std::swap(a, b);
+    edges.push_back({a[1], b[1], a[0], static_cast<double>(b[0] - a[0])});
+    first = std::min(first, a[1]);
+    last = std::max(last, b[1]);
   }
-  top = std::max(top, 0);
-  bottom = std::min(bottom, static_cast<int>(target->biHeight));
-  std::vector<double> crossings;
-  crossings.reserve(static_cast<std::size_t>(count));
-  for (int y = top; y < bottom; ++y) {
-    // An edge holds its upper end and not its lower one, so a vertex on the
-    // row is crossed once, and flat edges not at all.
-    crossings.clear();
-    for (int i = 0; i < count; ++i) {
-      const std::int32_t* a = points + 2 * i;
-      const std::int32_t* b = points + 2 * ((i + 1) % count);
-      if ((a[1] <= y) == (b[1] <= y)) continue;
-      crossings.push_back(a[0] + static_cast<double>(y - a[1]) * (b[0] - a[0]) / (b[1] - a[1]));
-    }
-    std::sort(crossings.begin(), crossings.end());
-    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2)
+  first = std::max(first, 0);
+  last = std::min(last, static_cast<int>(target->biHeight));
+  std::vector<double> crossings(edges.size());
+  for (int y = first; y < last; ++y) {
+    std::size_t found = 0;
+    for (const Edge& edge : edges)
+      if (edge.top <= y && y < edge.bottom) crossings[found++] = edge.x + (y - edge.top) * edge.run / (edge.bottom - edge.top);
+    std::sort(crossings.begin(), crossings.begin() + static_cast<std::ptrdiff_t>(found));
+    for (std::size_t i = 0; i + 1 < found; i += 2)
       FillSpan(target, y, static_cast<int>(std::ceil(crossings[i])), static_cast<int>(std::ceil(crossings[i + 1])),
                colour);
   }
