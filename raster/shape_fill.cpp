@@ -26,9 +26,6 @@ void FillSpan(DibHead* target, int y, int x0, int x1, std::uint32_t colour) {
   }
 }
 
-// The first pixel whose centre lies at or right of a crossing at x.
-int FirstCentreFrom(double x) { return static_cast<int>(std::ceil(x - 0.5)); }
-
 DibRect Ordered(const DibRect& box) {
   return {std::min(box.left, box.right), std::min(box.top, box.bottom), std::max(box.left, box.right),
           std::max(box.top, box.bottom)};
@@ -79,21 +76,53 @@ void ShapeFillRectangle(DibHead* target, const DibRect& box, std::uint32_t colou
   for (int y = inner.top; y < inner.bottom - 1; ++y) FillSpan(target, y, inner.left, inner.right - 1, colour);
 }
 
+// The rim is traced pixel by pixel with whole-number error terms, from the
+// middle of each side towards the ends, all four quarters at once; each row
+// is then filled from its leftmost rim pixel to its rightmost. An ellipse
+// less than two pixels across is not drawn.
 void ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour) {
   if (target->biBitCount != 24) return;
-  DibRect inner = Ordered(box);
-  const double radiusX = (inner.right - inner.left) / 2.0;
-  const double radiusY = (inner.bottom - inner.top) / 2.0;
-  if (radiusX <= 0 || radiusY <= 0) return;
-  const double centreX = inner.left + radiusX;
-  const double centreY = inner.top + radiusY;
-  const int first = std::max(inner.top, 0);
-  const int last = std::min(inner.bottom, static_cast<int>(target->biHeight));
-  for (int y = first; y < last; ++y) {
-    const double v = (y + 0.5 - centreY) / radiusY;
-    const double reach = 1.0 - v * v;
-    if (reach <= 0) continue;
-    const double half = radiusX * std::sqrt(reach);
-    FillSpan(target, y, FirstCentreFrom(centreX - half), FirstCentreFrom(centreX + half), colour);
-  }
+  const DibRect outer = Ordered(box);
+  const int width = outer.right - outer.left;
+  const int height = outer.bottom - outer.top;
+  if (width < 2 || height < 2) return;
+  std::vector<int> left(static_cast<std::size_t>(height), width);
+  std::vector<int> right(static_cast<std::size_t>(height), -1);
+  auto mark = [&](int x, int y) {
+    left[static_cast<std::size_t>(y)] = std::min(left[static_cast<std::size_t>(y)], x);
+    right[static_cast<std::size_t>(y)] = std::max(right[static_cast<std::size_t>(y)], x);
+  };
+  const std::int64_t a = width - 1;
+  const std::int64_t b = height - 1;
+  const std::int64_t odd = b & 1;
+  std::int64_t dx = 4 * (1 - a) * b * b;
+  std::int64_t dy = 4 * (odd + 1) * a * a;
+  std::int64_t err = dx + dy + odd * a * a;
+  const std::int64_t stepX = 8 * b * b;
+  const std::int64_t stepY = 8 * a * a;
+  int x0 = 0, x1 = static_cast<int>(a);
+  int y0 = static_cast<int>((b + 1) / 2), y1 = y0 - static_cast<int>(odd);
+  do {
+    mark(x0, y0);
+    mark(x1, y0);
+    mark(x0, y1);
+    mark(x1, y1);
+    const std::int64_t e2 = 2 * err;
+    if (e2 <= dy) {
+      ++y0;
+      --y1;
+      dy += stepY;
+      err += dy;
+    }
+    if (e2 >= dx || 2 * err > dy) {
+      ++x0;
+      --x1;
+      dx += stepX;
+      err += dx;
+    }
+  } while (x0 <= x1);
+  for (int y = 0; y < height; ++y)
+    if (left[static_cast<std::size_t>(y)] <= right[static_cast<std::size_t>(y)])
+      FillSpan(target, outer.top + y, outer.left + left[static_cast<std::size_t>(y)],
+               outer.left + right[static_cast<std::size_t>(y)] + 1, colour);
 }

@@ -1,7 +1,7 @@
 // Filled shapes drawn with no outline, by the rules the platform's GDI keeps
 // for a null pen: a rectangle covers its box less the right column and the
-// bottom row; an ellipse covers the pixels whose centres lie inside the
-// ellipse its box encloses; a polygon, filled in the alternate (even-odd)
+// bottom row; an ellipse fills its box between a rim traced as GDI traces
+// it; a polygon, filled in the alternate (even-odd)
 // mode, covers a pixel when the pixel's corner point lies inside, its left
 // and top edges included and its right and bottom ones not. Only 24-bit
 // targets are drawn on; anything outside the bitmap is clipped.
