@@ -1,7 +1,14 @@
 // The 21 effect rows in the order of the effect list, with each panel's
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
+#include "effects/anaconda.h"
+#include "effects/background_mural.h"
+#include "effects/chaos.h"
+#include "effects/doppler.h"
 #include "effects/effect.h"
+#include "effects/framework.h"
+#include "effects/liquid_metal.h"
+#include "effects/mirage.h"
 #include "effects/radial_fountain.h"
 #include "effects/simple.h"
 #include "effects/stripes.h"
@@ -139,19 +146,19 @@ std::int32_t BackgroundColourOf(const Controls* dialog) {
 
 // The effects' callbacks are filled in as each effect is written.
 const EffectEntry EffectTable[kEffectCount] = {
-    {"Anaconda", nullptr, nullptr, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
+    {"Anaconda", AnacondaPreview, AnacondaBuild, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
     {"Background Bubbles", nullptr, nullptr, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
     {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
-    {"Background Mural", nullptr, nullptr, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
+    {"Background Mural", MuralPreview, MuralBuild, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
     {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
-    {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
-    {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
+    {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
+    {"Doppler", DopplerPreview, DopplerBuild, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
-    {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
+    {"Framework", FrameworkPreview, FrameworkBuild, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
-    {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
-    {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
+    {"Liquid Metal", LiquidMetalPreview, LiquidMetalBuild, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
+    {"Mirage", MiragePreview, MirageBuild, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
     {"Radial Fountain", RadialFountainPreview, RadialFountainBuild, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},

@@ -24,15 +24,24 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
   return (colour * level / 255 + pixel * (255 - level) / 255) & 0xFF;
 }
 
-// Walks the mask's rows from column firstX; a mask value at (x, y) lands in
-// the frame at (x - shiftLeft, y) with the colour that colourAt gives for (x, y).
+// Where a compositing loop starts in the mask, where its values land, and
+// the level that scales each mask value first (255 keeps it).
+struct MaskWalk {
+  int firstX;
+  int firstY;
+  int shiftLeft;  // a mask value at (x, y) lands in the frame at (x - shiftLeft, y)
+  int scale;
+};
+
+// Walks the mask's rows and columns from walk's first row and column, with
+// the colour that colourAt gives for (x, y).
 template <typename ColourAt>
-void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt) {
-  for (int y = 0; y < mask->biHeight; ++y) {
-    for (int x = firstX; x < mask->biWidth; ++x) {
-      int level = DibGetPixel(mask, x, y) & 0xFF;
+void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, ColourAt colourAt) {
+  for (int y = walk.firstY; y < mask->biHeight; ++y) {
+    for (int x = walk.firstX; x < mask->biWidth; ++x) {
+      int level = (DibGetPixel(mask, x, y) & 0xFF) * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
-      int frameX = x - shiftLeft;
+      int frameX = x - walk.shiftLeft;
       std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
       DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
     }
@@ -55,13 +64,12 @@ void ReadSharedControls(const Controls* dialog, SharedControls* shared) {
   shared->rolling = ControlChecked(dialog, kIdRolling);
 }
 
-BuildControls ReadBuildControls(const Controls* dialog, int framesId) {
-  BuildControls build;
-  build.rolling = ControlChecked(dialog, kIdRolling);
-  build.delay = static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay));
-  build.pause = static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause));
-  build.frames = ReadControlInt(dialog, framesId);
-  return build;
+int ReadRecordText(const Controls* dialog, char* text, int always) {
+  int length = ControlText(dialog, kIdText, text, kEffectTextLimit + 1);
+  int end = length;
+  if (always != 0 || length > 0) text[end++] = ' ';
+  text[end] = 0;
+  return length;
 }
 
 void ReadPanelLook(const Controls* dialog, const PanelLookIds& ids, PanelLook* look) {
@@ -100,6 +108,8 @@ int FrameMargin(int padding, int softness, int outlineOn) {
   return pad;
 }
 
+int SpreadMargin(int fontSize) { return fontSize / 5 > 2 ? fontSize / 5 : 2; }
+
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset) {
   const int shadowGrowth = shadowOn != 0 ? offset : 0;
   return {textWidth + 2 * pad + shadowGrowth, textHeight + 2 * pad + shadowGrowth};
@@ -119,17 +129,25 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask) {
 }
 
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY) {
-  CompositeThroughMask(frame, mask, 0, 0, [&](int x, int y) {
-    return static_cast<std::uint32_t>(DibGetPixel(fill, x - placeX, y - placeY));
+  CompositeFillScaled(frame, fill, mask, {0, 0, placeX, placeY, kFullLevel});
+}
+
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk) {
+  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, walk.level}, [&](int x, int y) {
+    return static_cast<std::uint32_t>(DibGetPixel(fill, x - walk.fillX, y - walk.fillY));
   });
 }
 
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; });
+  CompositeOutlineFaded(frame, colour, mask, kFullLevel);
+}
+
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
+  CompositeThroughMask(frame, mask, {0, 0, 0, level}, [colour](int, int) { return colour; });
 }
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {1, 0, 1, kFullLevel}, [colour](int, int) { return colour; });
 }
 
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
@@ -142,7 +160,19 @@ int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t del
   return 0;
 }
 
-int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay) {
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay) {
   DibHandle image = generate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) != 0 ? 1 : 0;
+  return image != nullptr ? AppendEffectFrame(context, image, delay) : 0;
+}
+
+BuildTiming ReadBuildTiming(const Controls* dialog) {
+  return {ControlChecked(dialog, kIdRolling), static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay)),
+          static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause))};
+}
+
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate) {
+  context->flags |= kEffectFlagPreview;
+  context->extra = extra;
+  context->previewBitmap = generate(context);
+  return 1;
 }

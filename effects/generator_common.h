@@ -31,16 +31,10 @@ struct SharedControls {
 
 void ReadSharedControls(const Controls* dialog, SharedControls* shared);
 
-// What a build reads before its first frame: MainRolling, MainDelay,
-// MainPause and the effect's frame count.
-struct BuildControls {
-  int rolling;
-  std::uint32_t delay;
-  std::uint32_t pause;
-  int frames;
-};
-
-BuildControls ReadBuildControls(const Controls* dialog, int framesId);
+// The text control into text (room for kEffectTextLimit + 2 bytes), for an
+// effect that keeps its text in its record. A blank is appended if always is
+// set or there is any text. Returns the length without that blank.
+int ReadRecordText(const Controls* dialog, char* text, int always);
 
 // Ids of an effect's look controls; 0 where the panel has no such control.
 struct PanelLookIds {
@@ -88,6 +82,10 @@ struct FrameSize {
   int height;
 };
 
+// The further margin of the effects whose layers spread beyond the letters:
+// a fifth of the font size, at least 2.
+int SpreadMargin(int fontSize);
+
 // The offset counts only with the shadow on.
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset);
 
@@ -102,8 +100,22 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// Which part of a mask a fill goes through and how: the loop starts at mask
+// column firstX and row firstY, reads the fill at (x - fillX, y - fillY), and
+// scales each mask value by level / 255 (truncating) before the blend.
+struct FillWalk {
+  int firstX;
+  int firstY;
+  int fillX;
+  int fillY;
+  int level;
+};
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// As CompositeOutline, with each mask value first scaled to m * level / 255:
+// the outline fades with the text.
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
@@ -111,5 +123,22 @@ void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const Dib
 // Appends a frame with its delay (transparent index -1); the list owns it from
 // then on. On failure the frame is freed and 0 returned.
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
-// A frame from the generator, appended as above. 1, or 0 when either fails.
-int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);
+
+// What every build callback reads first.
+struct BuildTiming {
+  int rolling;          // MainRolling: 1 animates, 0 makes one still frame
+  std::uint32_t delay;  // MainDelay, of every frame
+  std::uint32_t pause;  // MainPause, added where the animation rests
+};
+BuildTiming ReadBuildTiming(const Controls* dialog);
+
+// An effect's generator: one new 24-bit frame for the context, or null.
+using EffectGenerator = DibHandle (*)(EffectContext* context);
+
+// The preview's one call: sets the preview bit and the record (already
+// holding the preview's values), and leaves the generator's picture in
+// previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate);
+
+// Calls the generator and appends its frame with the delay: 0 if either fails.
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

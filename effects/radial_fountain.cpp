@@ -83,7 +83,7 @@ DibHandle RadialFountainGenerate(EffectContext* context) {
   if (pictureLock.head == nullptr) return nullptr;
   if (frame.look.shadowOn != 0 &&
       TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                      frame.pad + frame.place.shadowY, kShadowFillMoves) == 0)
+                               frame.pad + frame.place.shadowY, kShadowFillMoves) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;
@@ -102,15 +102,13 @@ int RadialFountainFrameCount(int frames) {
 int RadialFountainPreview(EffectContext* context) {
   RadialExtra extra{};
   extra.dialog = context->dialog;
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = RadialFountainGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, RadialFountainGenerate);
 }
 
 int RadialFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  const BuildControls build = ReadBuildControls(dialog, kFramesId);  // the pause goes unused: no frame rests
+  const BuildTiming timing = ReadBuildTiming(dialog);  // the pause goes unused: no frame rests
+  const int frames = ReadControlInt(dialog, kFramesId);
 
   RadialExtra extra{};
   extra.dialog = dialog;
@@ -121,17 +119,17 @@ int RadialFountainBuild(EffectContext* context) {
   MemFree(check);
   context->flags &= ~kEffectFlagStill;
 
-  if (build.rolling == 0) {
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendGeneratedFrame(context, RadialFountainGenerate, build.delay);
+    return AppendGeneratedFrame(context, RadialFountainGenerate, timing.delay);
   }
-  const int count = RadialFountainFrameCount(build.frames);
+  const int count = RadialFountainFrameCount(frames);
   const double step = count == kMostFrames ? 1.0 : 256.0 / count;
   double acc = 0;
   for (int i = 0; i < count; ++i) {
     acc += step;
     extra.phase = static_cast<std::int32_t>(acc);
-    if (AppendGeneratedFrame(context, RadialFountainGenerate, build.delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, RadialFountainGenerate, timing.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -66,17 +66,12 @@ int SimpleScrollPlan(int direction, int width, int height, int frames, ScrollSte
 
 int SimplePreview(EffectContext* context) {
   SimpleExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = SimpleGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, SimpleGenerate);
 }
 
 int SimpleBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
+  const BuildTiming timing = ReadBuildTiming(dialog);
   int frames = ReadControlInt(dialog, kFramesId);
   int direction = ReadControlNumber(dialog, kScrollId);
 
@@ -85,7 +80,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (rolling == 0) return AppendEffectFrame(context, still, delay);
+  if (timing.rolling == 0) return AppendEffectFrame(context, still, timing.delay);
 
   int width = 0;
   int height = 0;
@@ -99,9 +94,7 @@ int SimpleBuild(EffectContext* context) {
   for (int i = 0; i < count; ++i) {
     extra.scrollX = vertical ? 0 : steps[i].offset;
     extra.scrollY = vertical ? steps[i].offset : 0;
-    DibHandle image = SimpleGenerate(context);
-    if (image == nullptr) return 0;
-    if (AppendEffectFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    if (AppendGeneratedFrame(context, SimpleGenerate, timing.delay + (steps[i].pauses ? timing.pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -25,12 +25,25 @@ struct TextFrame {
 // Fills the record from the controls. 0 for an empty text.
 int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame);
 
+// As TextFrameMeasure, but for an effect that keeps its text in its record:
+// the text is measured as it stands, its blank already appended, and an
+// empty text is measured too.
+void TextFrameMeasureText(const Controls* dialog, const PanelLookIds& ids, const char* text, TextFrame* frame);
+
 // The fill of control id rendered at width by height: a new 24-bit bitmap,
 // or null if the control holds no fill or the render fails.
 DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
+// Whether control id holds a solid colour; such a fill looks the same
+// however it is moved.
+int FillIsSolid(const Controls* dialog, int id);
+
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
+
+// Blurs a shadow mask in place with softness + 2 when softness is above 0.
+// 0 if the mask is missing or the blur fails.
+int SoftenShadowMask(DibOwner* mask, int softness);
 
 // How a shadow's fill lies under it: fixed to the frame, or read relative to
 // the shadow's place so that it moves with the letters.
@@ -42,9 +55,10 @@ enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
 int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
                              int y, ShadowFillPlace place);
 // The text step: fill (fixed to the frame) through the text mask at (x, y)
-// at the fill's level. 0 on failure.
+// at the fill's level. 0 on failure or without a fill.
 int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
-// The text step in one colour instead of a fill. 0 on failure.
+// The text step in one colour through the text mask at (x, y) at the fill's
+// level. 0 on failure.
 int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y);
 // The outline step, the outline colour one pixel to the left of its mask
 // with the text's left top at (x, y). 0 on failure.

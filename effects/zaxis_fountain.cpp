@@ -67,7 +67,7 @@ DibHandle ZAxisFountainGenerate(EffectContext* context) {
   // The shadow's fill stays fixed to the frame.
   if (frame.look.shadowOn != 0 &&
       TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                      frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
+                               frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;
@@ -81,15 +81,13 @@ int ZAxisFountainFrameCount(int frames, int width) { return frames < width ? fra
 
 int ZAxisFountainPreview(EffectContext* context) {
   ZAxisFountainExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = ZAxisFountainGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, ZAxisFountainGenerate);
 }
 
 int ZAxisFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  const BuildControls build = ReadBuildControls(dialog, kFramesId);  // the pause goes unused: no frame rests
+  const BuildTiming timing = ReadBuildTiming(dialog);  // the pause goes unused: no frame rests
+  const int frames = ReadControlInt(dialog, kFramesId);
 
   ZAxisFountainExtra extra{};
   extra.flatColour = 1;
@@ -103,16 +101,16 @@ int ZAxisFountainBuild(EffectContext* context) {
   if (sized == 0) return 0;
   context->flags &= ~kEffectFlagStill;
 
-  if (build.rolling == 0) {
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendGeneratedFrame(context, ZAxisFountainGenerate, build.delay);
+    return AppendGeneratedFrame(context, ZAxisFountainGenerate, timing.delay);
   }
-  const int count = ZAxisFountainFrameCount(build.frames, width);
+  const int count = ZAxisFountainFrameCount(frames, width);
   const double divisor = count > 0.001 ? count : 0.001;
   for (int i = 0; i < count; ++i) {
     extra.phase = static_cast<std::int32_t>(static_cast<double>(i + 1) * width / count);
     extra.rampIndex = static_cast<std::int32_t>(i / divisor * 255.0);
-    if (AppendGeneratedFrame(context, ZAxisFountainGenerate, build.delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, ZAxisFountainGenerate, timing.delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

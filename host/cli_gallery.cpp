@@ -38,7 +38,8 @@ void PrintGalleryUsage(std::FILE* out) {
                "usage: lwmotio3 gallery DIR\n"
                "\n"
                "Renders every built effect on the compiled-in settings (your settings file\n"
-               "and saved fills are not read) into DIR, one GIF each, and writes\n"
+               "and saved fills are not read; tiles come from the primary group) into DIR,\n"
+               "one GIF each, and writes\n"
                "DIR/index.html, a table of the effects with their frames, sizes and render\n"
                "times. DIR is made if missing; files of the same names are replaced.\n");
 }
@@ -125,7 +126,7 @@ int WriteWhole(const std::string& path, const std::string& text) {
 
 int RenderGallery(const std::string& folder) {
   std::string error;
-  if (!HostMakeFolder(folder, &error)) return Fail(error);
+  if (!HostMakeFolder(folder, &error) || !HostMakeDataFolders(&error)) return Fail(error);
   bool terminal = isatty(fileno(stderr)) != 0;
   std::vector<GalleryEntry> entries;
   GdiOp drawing{};

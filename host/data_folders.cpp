@@ -1,5 +1,7 @@
 #include "host/data_folders.h"
 
+#include "host/primary_groups.h"
+
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -36,5 +38,5 @@ int HostMakeDataFolders(std::string* error) {
     *error = "the user's application-data folder cannot be found";
     return 0;
   }
-  return HostMakeFolder(data, error);
+  return HostMakeFolder(data, error) != 0 && HostInstallPrimaryGroups(error) != 0 ? 1 : 0;
 }

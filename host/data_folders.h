@@ -5,8 +5,9 @@
 
 #include <string>
 
-// Makes both folders (and any missing folder above them). 0 with error set
-// if they cannot be made.
+// Makes both folders (and any missing folder above them) and puts the
+// primary groups in the data folder when they are missing. 0 with error set
+// if that cannot be done.
 int HostMakeDataFolders(std::string* error);
 
 // Makes the folder and any missing folder above it. 0 with error set on

@@ -24,3 +24,13 @@ const char* AppDataPath(const char* fileName) {
   }
   return path;
 }
+
+const char* DataFolderPath(const char* name) {
+  static char path[kAppDataPathSize];
+  char inFolder[kAppDataPathSize];
+  path[0] = '\0';
+  int length = std::snprintf(inFolder, sizeof inFolder, "Lettermotion 3\\%s", name);
+  if (length < 0 || length >= static_cast<int>(sizeof inFolder)) return path;
+  std::snprintf(path, sizeof path, "%s", AppDataPath(inFolder));
+  return path;
+}

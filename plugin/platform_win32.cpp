@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <shlobj.h>
 
+#include <cstdio>
 #include <cstring>
 
 #include "plugin/platform.h"
@@ -22,3 +23,29 @@ int PlatformUserDataFolder(char* buffer, int size) {
 
 bool PlatformShiftHeld() { return GetKeyState(VK_SHIFT) < 0; }
 bool PlatformAltHeld() { return GetKeyState(VK_MENU) < 0; }
+
+namespace {
+
+// A string value of the Windows NT version key, or "" when there is none.
+void VersionKeyValue(const char* name, char* buffer, int size) {
+  buffer[0] = '\0';
+  HKEY key = nullptr;
+  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0, KEY_READ, &key) !=
+      ERROR_SUCCESS)
+    return;
+  DWORD type = 0;
+  DWORD length = static_cast<DWORD>(size - 1);
+  if (RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(buffer), &length) != ERROR_SUCCESS ||
+      type != REG_SZ)
+    length = 0;
+  buffer[length < static_cast<DWORD>(size) ? length : size - 1] = '\0';
+  RegCloseKey(key);
+}
+
+}  // namespace
+
+void PlatformMachineOwner(char* owner, char* organisation, int size) {
+  VersionKeyValue("RegisteredOwner", owner, size);
+  if (owner[0] == '\0') std::snprintf(owner, size, "%s", "Unknown user");
+  VersionKeyValue("RegisteredOrganization", organisation, size);
+}

@@ -45,18 +45,17 @@ TEST_F(SimpleEffect, FrameIsTheMeasuredTextPlusMarginsAndShadowOffset) {
 TEST_F(SimpleEffect, StillBuildIsOneFrameAndScrollingBuildPausesTwice) {
   SnapshotSetCheck(&snapshot_, 32, 0);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  auto still = Frames();
-  ASSERT_EQ(still.size(), 1u);
-  EXPECT_EQ(still[0].delay, 8u);  // the palette host's delay default
-  EXPECT_EQ(still[0].transparentIndex, -1);
+  ASSERT_EQ(Delays(), std::vector<std::uint32_t>{8u});  // the palette host's delay default
+  FrameRecord still;
+  FrameRecordRead(&frames_, 0, &still);
+  EXPECT_EQ(still.transparentIndex, -1);
 
   FrameListFree(&frames_);
   SnapshotSetCheck(&snapshot_, 32, 1);
   SnapshotSetNumber(&snapshot_, 117, 16);
   SnapshotSetNumber(&snapshot_, 33, 100);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  std::vector<std::uint32_t> delays;
-  for (const FrameRecord& frame : Frames()) delays.push_back(frame.delay);
+  std::vector<std::uint32_t> delays = Delays();
   ASSERT_EQ(delays.size(), 16u);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 108u), 2);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 8u), 14);
