@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <vector>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -33,64 +34,72 @@ DibRect Ordered(const DibRect& box) {
 
 }  // namespace
 
-void ShapeFillPolygon(DibHead* target, const std::int32_t* points, int count, std::uint32_t colour) {
-  if (target->biBitCount != 24 || count < 3) return;
+int ShapeFillPolygon(DibHead* target, const std::int32_t* points, int count, std::uint32_t colour) {
+  if (target->biBitCount != 24 || count < 3) return 1;
   // An edge holds its upper end and not its lower one, so a vertex on a row
-  // is crossed once, and flat edges not at all.
-  // The crossing is worked out from whole numbers each time, so that one
-  // that falls on a pixel's corner is exact.
+  // is crossed once, and flat edges not at all. A crossing is worked out
+  // from whole numbers each time, so that one on a pixel's corner is exact.
   struct Edge {
     int top, bottom;  // rows from top up to but not including bottom
     int x;            // x at row top
     double run;       // change of x over the edge's rows
   };
-  std::vector<Edge> edges;
-  edges.reserve(static_cast<std::size_t>(count));
+  std::unique_ptr<Edge[]> edges(new (std::nothrow) Edge[static_cast<std::size_t>(count)]);
+  std::unique_ptr<double[]> crossings(new (std::nothrow) double[static_cast<std::size_t>(count)]);
+  if (edges == nullptr || crossings == nullptr) return 0;
+  int edgeCount = 0;
   int first = target->biHeight, last = 0;
   for (int i = 0; i < count; ++i) {
     const std::int32_t* a = points + 2 * i;
     const std::int32_t* b = points + 2 * ((i + 1) % count);
     if (a[1] == b[1]) continue;
     if (a[1] > b[1]) std::swap(a, b);
-    edges.push_back({a[1], b[1], a[0], static_cast<double>(b[0] - a[0])});
+    edges[edgeCount++] = {a[1], b[1], a[0], static_cast<double>(b[0] - a[0])};
     first = std::min(first, a[1]);
     last = std::max(last, b[1]);
   }
   first = std::max(first, 0);
   last = std::min(last, static_cast<int>(target->biHeight));
-  std::vector<double> crossings(edges.size());
   for (int y = first; y < last; ++y) {
-    std::size_t found = 0;
-    for (const Edge& edge : edges)
-      if (edge.top <= y && y < edge.bottom) crossings[found++] = edge.x + (y - edge.top) * edge.run / (edge.bottom - edge.top);
-    std::sort(crossings.begin(), crossings.begin() + static_cast<std::ptrdiff_t>(found));
-    for (std::size_t i = 0; i + 1 < found; i += 2)
+    int found = 0;
+    for (int i = 0; i < edgeCount; ++i) {
+      const Edge& edge = edges[i];
+      if (edge.top <= y && y < edge.bottom)
+        crossings[found++] = edge.x + (y - edge.top) * edge.run / (edge.bottom - edge.top);
+    }
+    std::sort(crossings.get(), crossings.get() + found);
+    for (int i = 0; i + 1 < found; i += 2)
       FillSpan(target, y, static_cast<int>(std::ceil(crossings[i])), static_cast<int>(std::ceil(crossings[i + 1])),
                colour);
   }
+  return 1;
 }
 
-void ShapeFillRectangle(DibHead* target, const DibRect& box, std::uint32_t colour) {
-  if (target->biBitCount != 24) return;
+int ShapeFillRectangle(DibHead* target, const DibRect& box, std::uint32_t colour) {
+  if (target->biBitCount != 24) return 1;
   DibRect inner = Ordered(box);
   for (int y = inner.top; y < inner.bottom - 1; ++y) FillSpan(target, y, inner.left, inner.right - 1, colour);
+  return 1;
 }
 
 // The rim is traced pixel by pixel with whole-number error terms, from the
 // middle of each side towards the ends, all four quarters at once; each row
 // is then filled from its leftmost rim pixel to its rightmost. An ellipse
 // less than two pixels across is not drawn.
-void ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour) {
-  if (target->biBitCount != 24) return;
+int ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour) {
+  if (target->biBitCount != 24) return 1;
   const DibRect outer = Ordered(box);
   const int width = outer.right - outer.left;
   const int height = outer.bottom - outer.top;
-  if (width < 2 || height < 2) return;
-  std::vector<int> left(static_cast<std::size_t>(height), width);
-  std::vector<int> right(static_cast<std::size_t>(height), -1);
+  if (width < 2 || height < 2) return 1;
+  std::unique_ptr<int[]> left(new (std::nothrow) int[static_cast<std::size_t>(height)]);
+  std::unique_ptr<int[]> right(new (std::nothrow) int[static_cast<std::size_t>(height)]);
+  if (left == nullptr || right == nullptr) return 0;
+  std::fill(left.get(), left.get() + height, width);
+  std::fill(right.get(), right.get() + height, -1);
   auto mark = [&](int x, int y) {
-    left[static_cast<std::size_t>(y)] = std::min(left[static_cast<std::size_t>(y)], x);
-    right[static_cast<std::size_t>(y)] = std::max(right[static_cast<std::size_t>(y)], x);
+    left[y] = std::min(left[y], x);
+    right[y] = std::max(right[y], x);
   };
   const std::int64_t a = width - 1;
   const std::int64_t b = height - 1;
@@ -122,7 +131,6 @@ void ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour)
     }
   } while (x0 <= x1);
   for (int y = 0; y < height; ++y)
-    if (left[static_cast<std::size_t>(y)] <= right[static_cast<std::size_t>(y)])
-      FillSpan(target, outer.top + y, outer.left + left[static_cast<std::size_t>(y)],
-               outer.left + right[static_cast<std::size_t>(y)] + 1, colour);
+    if (left[y] <= right[y]) FillSpan(target, outer.top + y, outer.left + left[y], outer.left + right[y] + 1, colour);
+  return 1;
 }

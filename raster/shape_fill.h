@@ -11,7 +11,8 @@
 
 #include "raster/dib.h"
 
-// points holds count pairs of x and y.
-void ShapeFillPolygon(DibHead* target, const std::int32_t* points, int count, std::uint32_t colour);
-void ShapeFillRectangle(DibHead* target, const DibRect& box, std::uint32_t colour);
-void ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour);
+// points holds count pairs of x and y. Each gives 1, or 0 when its working
+// memory could not be had.
+int ShapeFillPolygon(DibHead* target, const std::int32_t* points, int count, std::uint32_t colour);
+int ShapeFillRectangle(DibHead* target, const DibRect& box, std::uint32_t colour);
+int ShapeFillEllipse(DibHead* target, const DibRect& box, std::uint32_t colour);
