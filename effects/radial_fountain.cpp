@@ -42,6 +42,11 @@ std::uint32_t RampColour(const RadialExtra* extra, int index) {
   return triple[0] | triple[1] << 8 | static_cast<std::uint32_t>(triple[2]) << 16;
 }
 
+int AppendGenerated(EffectContext* context, std::uint32_t delay) {
+  DibHandle image = RadialFountainGenerate(context);
+  return image != nullptr && AppendEffectFrame(context, image, delay) != 0;
+}
+
 }  // namespace
 
 DibHandle RadialRings(const RadialExtra* extra, int width, int height) {
@@ -107,8 +112,10 @@ int RadialFountainPreview(EffectContext* context) {
 
 int RadialFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  const BuildTiming timing = ReadBuildTiming(dialog);  // the pause goes unused: no frame rests
-  const int frames = ReadControlInt(dialog, kFramesId);
+  BuildTiming timing = ReadBuildTiming(dialog);  // the pause is read but this effect never rests
+  int rolling = timing.rolling;
+  std::uint32_t delay = timing.delay;
+  int frames = ReadControlInt(dialog, kFramesId);
 
   RadialExtra extra{};
   extra.dialog = dialog;
@@ -119,9 +126,9 @@ int RadialFountainBuild(EffectContext* context) {
   MemFree(check);
   context->flags &= ~kEffectFlagStill;
 
-  if (timing.rolling == 0) {
+  if (rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendGeneratedFrame(context, RadialFountainGenerate, timing.delay);
+    return AppendGenerated(context, delay);
   }
   const int count = RadialFountainFrameCount(frames);
   const double step = count == kMostFrames ? 1.0 : 256.0 / count;
@@ -129,7 +136,7 @@ int RadialFountainBuild(EffectContext* context) {
   for (int i = 0; i < count; ++i) {
     acc += step;
     extra.phase = static_cast<std::int32_t>(acc);
-    if (AppendGeneratedFrame(context, RadialFountainGenerate, timing.delay) == 0) return 0;
+    if (AppendGenerated(context, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -55,6 +55,12 @@ int CompositeText(const EffectContext* context, const TextFrame& frame, DibHead*
   return TextFrameCompositeText(frame, picture, fillLock.head, x, y);
 }
 
+// One frame made and appended; 0 when either fails.
+int AppendGenerated(EffectContext* context, std::uint32_t delay) {
+  DibHandle image = ZAxisFountainGenerate(context);
+  return image != nullptr && AppendEffectFrame(context, image, delay) != 0;
+}
+
 }  // namespace
 
 DibHandle ZAxisFountainGenerate(EffectContext* context) {
@@ -86,8 +92,10 @@ int ZAxisFountainPreview(EffectContext* context) {
 
 int ZAxisFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  const BuildTiming timing = ReadBuildTiming(dialog);  // the pause goes unused: no frame rests
-  const int frames = ReadControlInt(dialog, kFramesId);
+  BuildTiming timing = ReadBuildTiming(dialog);  // the pause is read but this effect never rests
+  int rolling = timing.rolling;
+  std::uint32_t delay = timing.delay;
+  int frames = ReadControlInt(dialog, kFramesId);
 
   ZAxisFountainExtra extra{};
   extra.flatColour = 1;
@@ -101,16 +109,16 @@ int ZAxisFountainBuild(EffectContext* context) {
   if (sized == 0) return 0;
   context->flags &= ~kEffectFlagStill;
 
-  if (timing.rolling == 0) {
+  if (rolling == 0) {
     context->flags |= kEffectFlagStill;
-    return AppendGeneratedFrame(context, ZAxisFountainGenerate, timing.delay);
+    return AppendGenerated(context, delay);
   }
   const int count = ZAxisFountainFrameCount(frames, width);
   const double divisor = count > 0.001 ? count : 0.001;
   for (int i = 0; i < count; ++i) {
     extra.phase = static_cast<std::int32_t>(static_cast<double>(i + 1) * width / count);
     extra.rampIndex = static_cast<std::int32_t>(i / divisor * 255.0);
-    if (AppendGeneratedFrame(context, ZAxisFountainGenerate, timing.delay) == 0) return 0;
+    if (AppendGenerated(context, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

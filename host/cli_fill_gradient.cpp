@@ -1,12 +1,14 @@
 #include "host/cli_fill_gradient.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include "fills/fountain_button.h"
+#include "host/cli_output.h"
 #include "host/data_folders.h"
 #include "host/web_colour.h"
 #include "plugin/control_table.h"
@@ -141,22 +143,19 @@ void PrintMarkers(const FountainRecord& line) {
 
 }  // namespace
 
-int FillSaveReplacing(MemHandle block, const std::string& path, int (*save)(MemHandle block, const char* path)) {
+int FillSaveReplacing(MemHandle block, const std::string& path, int (*save)(MemHandle block, const char* path),
+                      std::string* error) {
   std::string temporary = path + ".new";
+  errno = 0;
   if (save(block, temporary.c_str()) != 0 && std::rename(temporary.c_str(), path.c_str()) == 0) return 1;
+  *error = "cannot write '" + path + "': " + (errno != 0 ? std::strerror(errno) : "write error");
   std::remove(temporary.c_str());
   return 0;
 }
 
-int FillUsageError(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 fill: %s (see lwmotio3 fill --help)\n", message.c_str());
-  return 2;
-}
+int FillUsageError(const std::string& message) { return CliUsage("fill", message); }
 
-int FillFail(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 fill: %s\n", message.c_str());
-  return 1;
-}
+int FillFail(const std::string& message) { return CliFail("fill", message); }
 
 int FillGradientSet(MaterialRecord* record, int argc, char** argv, std::string* error) {
   GradientOptions options;
@@ -215,12 +214,12 @@ int FillBarShowOrSet(int id, int argc, char** argv) {
     PrintMarkers(*line);
     std::printf("%-8s %s\n", "file", path.c_str());
     MemUnlock(block.get());
-    return 0;
+    return CliFinishOutput("fill");
   }
   ApplyToLine(options, line);
   MemUnlock(block.get());
-  if (FillSaveReplacing(block.get(), path, FountainButtonSave) == 0) return FillFail("cannot write '" + path + "'");
+  if (FillSaveReplacing(block.get(), path, FountainButtonSave, &error) == 0) return FillFail(error);
   if (looped && options.markers.empty())
     std::printf("the bar is looped: it ends in its start colour, so --to shows only with markers\n");
-  return 0;
+  return CliFinishOutput("fill");
 }

@@ -51,6 +51,14 @@ class EffectOnDefaults : public GdiStarted {
     return delays;
   }
 
+  // The row's preview picture, taken over from the context; empty for none.
+  Pixels Preview(int row) {
+    context_.flags = 0;
+    context_.previewBitmap = nullptr;
+    EffectTable[row].preview(&context_);
+    return TakePixels(context_.previewBitmap);
+  }
+
   // The pixels of frame i, copied out.
   Pixels FramePixels(int i) {
     FrameRecord record;
