@@ -34,14 +34,11 @@ DibHandle GdiBackendCanvasClose(GdiCanvas* canvas) {
 int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op) {
   switch (op->op) {
     case kGdiEllipse:
-      ShapeFillEllipse(canvas->head, op->bounds, op->shapeFill);
-      return 1;
+      return ShapeFillEllipse(canvas->head, op->bounds, op->shapeFill);
     case kGdiRectangle:
-      ShapeFillRectangle(canvas->head, op->bounds, op->shapeFill);
-      return 1;
+      return ShapeFillRectangle(canvas->head, op->bounds, op->shapeFill);
     case kGdiPolygon:
-      ShapeFillPolygon(canvas->head, op->polygonPoints, static_cast<int>(op->polygonCount), op->polygonFill);
-      return 1;
+      return ShapeFillPolygon(canvas->head, op->polygonPoints, static_cast<int>(op->polygonCount), op->polygonFill);
     default:
       return 0;
   }

@@ -40,13 +40,15 @@ TEST(GdiCanvas, ShapesCoverWhatGdiCovers) {
   EXPECT_EQ(polygon[4], "............");
   const std::int32_t triangle[] = {0, 0, 8, 0, 0, 8};
   std::vector<std::string> corner = Covered([&](GdiCanvas* c) { return GdiCanvasPolygon(c, triangle, 3, kFill); });
-  EXPECT_EQ(corner[0], "#######.....");
-  EXPECT_EQ(corner[6], "#...........");
-  EXPECT_EQ(corner[7], "............");
+  EXPECT_EQ(corner[0], "########....");
+  EXPECT_EQ(corner[6], "##..........");
+  EXPECT_EQ(corner[7], "#...........");
+  EXPECT_EQ(corner[8], "............");
   std::vector<std::string> ellipse = Covered([](GdiCanvas* c) { return GdiCanvasEllipse(c, {0, 0, 12, 12}, kFill); });
-  EXPECT_EQ(ellipse[0], "...#####....");
-  EXPECT_EQ(ellipse[5], "###########.");
-  EXPECT_EQ(ellipse[11], "............");
+  EXPECT_EQ(ellipse[0], "....####....");
+  EXPECT_EQ(ellipse[2], ".##########.");
+  EXPECT_EQ(ellipse[5], "############");
+  EXPECT_EQ(ellipse[11], "....####....");
 }
 
 // A wide pen with round ends reaches past the end points; flat ends stop
