@@ -73,6 +73,7 @@ void PrintTable(const Timings& timings) {
     if (entry.preview == nullptr) continue;
     double preview = timings.Of(std::string("Preview/") + entry.name);
     double build = timings.Of(std::string("Build/") + entry.name);
+    if (preview < 0 && build < 0) continue;  // not run: filtered out
     std::printf("%-20s %12.2f %10.2f %8s %12.1f %10.2f\n", entry.name, preview, preview / simplePreview,
                 preview >= 0 && preview <= kPreviewBudgetMs ? "yes" : "NO", build, build / simpleBuild);
   }
