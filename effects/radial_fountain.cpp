@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "effects/text_frame.h"
-#include "fills/fountain_button.h"
 #include "plugin/host_call.h"
 #include "raster/gdi_command.h"
 #include "raster/resample.h"
@@ -21,10 +20,7 @@ constexpr int kMostFrames = 256;
 
 // The bar's gradient as 256 triples. 0 if it cannot be read.
 int ReadRamp(RadialExtra* extra) {
-  const FountainRecord* record = FountainLock(extra->dialog, kGradientId);
-  if (record == nullptr) return 0;
-  DibOwner strip(FountainStrip(record, kRadialRampColours, 1));
-  FountainUnlock(extra->dialog, kGradientId);
+  DibOwner strip(GradientStripOf(extra->dialog, kGradientId, kRadialRampColours, 1));
   DibLock lock(strip.get());
   if (lock.head == nullptr) return 0;
   for (int i = 0; i < kRadialRampColours; ++i) {

@@ -1,7 +1,6 @@
 #include "effects/zaxis_fountain.h"
 
 #include "effects/text_frame.h"
-#include "fills/fountain_button.h"
 #include "plugin/host_call.h"
 
 namespace {
@@ -14,18 +13,9 @@ constexpr int kBackgroundId = 127;
 constexpr int kFramesId = 139;
 constexpr int kRampWidth = 256;
 
-// The gradient of the bar at width by height, or null.
-DibHandle GradientStrip(const Controls* dialog, int width, int height) {
-  const FountainRecord* record = FountainLock(dialog, kGradientId);
-  if (record == nullptr) return nullptr;
-  DibHandle strip = FountainStrip(record, width, height);
-  FountainUnlock(dialog, kGradientId);
-  return strip;
-}
-
 // The colour at index along the bar's gradient; 0 with nothing to read.
 int FlatColour(const Controls* dialog, int index, std::uint32_t* colour) {
-  DibOwner strip(GradientStrip(dialog, kRampWidth, 1));
+  DibOwner strip(GradientStripOf(dialog, kGradientId, kRampWidth, 1));
   DibLock lock(strip.get());
   if (lock.head == nullptr) return 0;
   *colour = static_cast<std::uint32_t>(DibGetPixel(lock.head, index, 0)) & 0xFFFFFF;
@@ -35,7 +25,7 @@ int FlatColour(const Controls* dialog, int index, std::uint32_t* colour) {
 // The gradient across the whole frame, turned left by the phase in an
 // animated frame.
 DibHandle TextFill(const EffectContext* context, const ZAxisFountainExtra& extra, const FrameSize& size) {
-  DibHandle strip = GradientStrip(context->dialog, size.width, size.height);
+  DibHandle strip = GradientStripOf(context->dialog, kGradientId, size.width, size.height);
   if (strip == nullptr || (context->flags & (kEffectFlagPreview | kEffectFlagStill)) != 0) return strip;
   DibHandle turned = DibRotateLeft(strip, extra.phase);
   MemFree(strip);
