@@ -112,16 +112,14 @@ DibHandle MuralGenerate(EffectContext* context) {
 
 int MuralPreview(EffectContext* context) {
   MuralExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = MuralGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, MuralGenerate);
 }
 
 int MuralBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  BuildTiming timing = ReadBuildTiming(dialog);
+  int rolling = timing.rolling;
+  std::uint32_t delay = timing.delay;
   int frames = ReadControlInt(dialog, kFramesId);
   int direction = ReadControlNumber(dialog, kScrollId);
 
@@ -144,8 +142,7 @@ int MuralBuild(EffectContext* context) {
   for (int i = 0; i < count; ++i) {
     extra.offsetX = steps[i].offsetX;
     extra.offsetY = steps[i].offsetY;
-    DibHandle image = MuralGenerate(context);
-    if (image == nullptr || AppendEffectFrame(context, image, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, MuralGenerate, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;
