@@ -45,25 +45,11 @@ int Fail(const std::string& message) {
   return 1;
 }
 
-bool Exists(const std::string& path) {
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (file != nullptr) std::fclose(file);
-  return file != nullptr;
-}
-
-// Reads the group at path into list: 0 and a message when it is missing or
-// not a group.
-int ReadGroup(const std::string& path, MatrixTileList* list, std::string* error) {
-  if (!Exists(path)) return (*error = "no tile group at '" + path + "'"), 0;
-  if (MatrixGroupRead(path.c_str(), list) == 0) return (*error = "'" + path + "' is not a tile group"), 0;
-  return 1;
-}
-
 int ListTiles(const std::string& group) {
   std::string error;
   if (GroupIsInDataFolder(group) && HostMakeDataFolders(&error) == 0) return Fail(error);
   MatrixTileList list;
-  if (ReadGroup(GroupPath(group), &list, &error) == 0) return Fail(error);
+  if (GroupReadTiles(GroupPath(group), &list, &error) == 0) return Fail(error);
   int index = 0;
   for (DibHandle tile : list.tiles) {
     int width = 0, height = 0;
@@ -96,7 +82,7 @@ int AppendTile(const std::string& path, MatrixTileList* list, DibHandle tile) {
   list->tiles.push_back(tile);
   if (MatrixGroupWrite(path.c_str(), *list, 1, std::time(nullptr)) != 0) return 0;
   std::string backup = path + ".bak";
-  if (Exists(backup)) std::rename(backup.c_str(), path.c_str()); else std::remove(path.c_str());
+  if (GroupFileExists(backup)) std::rename(backup.c_str(), path.c_str()); else std::remove(path.c_str());
   return Fail("Error writing file '" + path + "': " + std::strerror(errno));
 }
 
@@ -105,7 +91,7 @@ int AddTile(const std::string& group, const char* imagePath) {
   if (GroupIsInDataFolder(group) && HostMakeDataFolders(&error) == 0) return Fail(error);
   std::string path = GroupPath(group);
   MatrixTileList list;
-  if (Exists(path) && ReadGroup(path, &list, &error) == 0) return Fail(error);
+  if (GroupFileExists(path) && GroupReadTiles(path, &list, &error) == 0) return Fail(error);
   if (list.writeable == 0) {
     MatrixTileListFree(&list);
     return Fail(kReadOnly);
