@@ -18,18 +18,6 @@ constexpr int kEndBoxBottom = 10;
 
 MemHandle BlockOf(HWND window) { return reinterpret_cast<MemHandle>(GetWindowLongPtrA(window, GWLP_USERDATA)); }
 
-struct BarLock {
-  explicit BarLock(HWND window)
-      : block(BlockOf(window)), record(static_cast<FountainRecord*>(block ? MemLock(block) : nullptr)) {}
-  ~BarLock() {
-    if (record != nullptr) MemUnlock(block);
-  }
-  BarLock(const BarLock&) = delete;
-  BarLock& operator=(const BarLock&) = delete;
-  MemHandle block;
-  FountainRecord* record;
-};
-
 RECT ClientOf(HWND window) {
   RECT client;
   GetClientRect(window, &client);
@@ -57,7 +45,7 @@ void SetUp(HWND window, WPARAM setUp) {
   bool useFile = (GetKeyState(VK_SHIFT) & 0x8000) == 0;
   MemHandle block = FountainSetUp(GetDlgCtrlID(window), caption, static_cast<long long>(setUp), useFile ? 1 : 0);
   SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(block));
-  BarLock lock(window);
+  MemRecordLock<FountainRecord> lock(BlockOf(window));
   if (lock.record != nullptr) RebuildPreview(window, lock.record);
   InvalidateRect(window, nullptr, TRUE);
 }
@@ -98,7 +86,7 @@ void PaintMarkers(HDC dc, const RECT& client, const RECT& bar, const FountainRec
 }
 
 void Paint(HWND window, HDC dc) {
-  BarLock lock(window);
+  MemRecordLock<FountainRecord> lock(BlockOf(window));
   if (lock.record == nullptr) return;
   bool enabled = IsWindowEnabled(window) != FALSE;
   RECT client = ClientOf(window);

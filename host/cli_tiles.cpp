@@ -16,11 +16,13 @@
 
 namespace {
 
-// The tile dialog's refusals, each on one line here.
-constexpr char kTooLarge[] = "The selected image is too large to be a matrix tile.";
-constexpr char kReadOnly[] =
-    "This file cannot be edited or overwritten. The default matix set cannot be modified. To edit this file, save "
-    "it to a new name. Hold down the Shift key and click on the + button.";
+// The refusals of the tile dialog, each on one line here.
+std::string OneLine(const char* text) {
+  std::string line = text;
+  for (std::size_t gap = line.find("\n\n"); gap != std::string::npos; gap = line.find("\n\n"))
+    line.replace(gap, 2, " ");
+  return line;
+}
 
 void PrintTilesUsage(std::FILE* out) {
   std::fprintf(out,
@@ -71,7 +73,7 @@ DibHandle TileFromFile(const char* imagePath, std::string* error) {
   if (picture == nullptr) return (*error = "cannot read '" + std::string(imagePath) + "': " + *error), nullptr;
   int width = 0, height = 0;
   DibSizeOf(picture.get(), &width, &height);
-  if (MatrixTileSizeAccepted(width, height) == 0) return (*error = kTooLarge), nullptr;
+  if (MatrixTileSizeAccepted(width, height) == 0) return (*error = kMatrixTileTooLarge), nullptr;
   DibHandle tile = MatrixTileFromPicture(picture.get());
   if (tile == nullptr) *error = "Memory error";
   return tile;
@@ -94,7 +96,7 @@ int AddTile(const std::string& group, const char* imagePath) {
   if (GroupFileExists(path) && GroupReadTiles(path, &list, &error) == 0) return Fail(error);
   if (list.writeable == 0) {
     MatrixTileListFree(&list);
-    return Fail(kReadOnly);
+    return Fail(OneLine(kMatrixGroupReadOnly));
   }
   DibHandle tile = TileFromFile(imagePath, &error);
   int status = tile != nullptr ? AppendTile(path, &list, tile) : Fail(error);
