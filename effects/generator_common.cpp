@@ -29,21 +29,23 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
 struct MaskWalk {
   int firstX;
   int firstY;
-  int shiftLeft;  // a mask value at (x, y) lands in the frame at (x - shiftLeft, y)
+  int moveX;  // a mask value at (x, y) lands in the frame at (x + moveX, y + moveY)
+  int moveY;
   int scale;
 };
 
 // Walks the mask's rows and columns from walk's first row and column, with
-// the colour that colourAt gives for (x, y).
+// the colour that colourAt gives for mask place (x, y).
 template <typename ColourAt>
 void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, ColourAt colourAt) {
   for (int y = walk.firstY; y < mask->biHeight; ++y) {
     for (int x = walk.firstX; x < mask->biWidth; ++x) {
       int level = (DibGetPixel(mask, x, y) & 0xFF) * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
-      int frameX = x - walk.shiftLeft;
-      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
-      DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+      int frameX = x + walk.moveX;
+      int frameY = y + walk.moveY;
+      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
+      DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x, y), pixel, level));
     }
   }
 }
@@ -133,9 +135,24 @@ void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask,
 }
 
 void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk) {
-  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, walk.level}, [&](int x, int y) {
+  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, 0, walk.level}, [&](int x, int y) {
     return static_cast<std::uint32_t>(DibGetPixel(fill, x - walk.fillX, y - walk.fillY));
   });
+}
+
+void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask) {
+  int width = mask->biWidth < fill->biWidth ? mask->biWidth : fill->biWidth;
+  int height = mask->biHeight < fill->biHeight ? mask->biHeight : fill->biHeight;
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      int level = DibGetPixel(mask, x, y) & 0xFF;
+      if (level == 0) continue;
+      std::int32_t pixel = DibGetPixel(frame, x, y);
+      if (pixel == -1) continue;
+      auto colour = static_cast<std::uint32_t>(DibGetPixel(fill, x, y));
+      DibPutPixel(frame, x, y, BlendPixel(colour, static_cast<std::uint32_t>(pixel), level));
+    }
+  }
 }
 
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
@@ -143,11 +160,21 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 }
 
 void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
-  CompositeThroughMask(frame, mask, {0, 0, 0, level}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {0, 0, 0, 0, level}, [colour](int, int) { return colour; });
 }
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, {1, 0, 1, kFullLevel}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {1, 0, -1, 0, kFullLevel}, [colour](int, int) { return colour; });
+}
+
+void CompositeFillAt(DibHead* frame, const DibHead* fill, const DibHead* mask, int left, int top) {
+  CompositeThroughMask(frame, mask, {0, 0, left, top, kFullLevel}, [&](int x, int y) {
+    return static_cast<std::uint32_t>(DibGetPixel(fill, x + left, y + top));
+  });
+}
+
+void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level) {
+  CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
 }
 
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {

@@ -1,6 +1,7 @@
 // lwmotio3 fill: shows or sets the fill of one fill control, writing the same
 // Material file that the control saves when the dialog closes, so the next
 // render (or the next time the dialog opens) uses it.
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -10,9 +11,10 @@
 
 #include "effects/effect.h"
 #include "fills/material.h"
-#include "host/cli.h"
 #include "fills/matrix_tile.h"
+#include "host/cli.h"
 #include "host/cli_fill_gradient.h"
+#include "host/cli_output.h"
 #include "host/data_folders.h"
 #include "host/group_paths.h"
 #include "host/web_colour.h"
@@ -149,7 +151,7 @@ int ListFillControls() {
     std::printf("%4u  %-20s %s\n", row.id, EffectHolding(static_cast<int>(row.id)),
                 LabelOf(static_cast<int>(row.id)));
   }
-  return 0;
+  return CliFinishOutput("fill");
 }
 
 void PrintControl(int id) {
@@ -168,9 +170,11 @@ void PrintFill(int id, const MaterialRecord& record, const char* path) {
 // the old file as it was.
 int SaveReplacing(MemHandle block, const std::string& path, std::string* error) {
   std::string temporary = path + ".new";
+  errno = 0;
   if (MaterialSave(block, temporary.c_str()) == 0 || std::rename(temporary.c_str(), path.c_str()) != 0) {
+    *error = "cannot write '" + path + "': " + (errno != 0 ? std::strerror(errno) : "write error");
     std::remove(temporary.c_str());
-    return (*error = "cannot write '" + path + "'"), 0;
+    return 0;
   }
   return 1;
 }
@@ -190,7 +194,7 @@ int ShowOrSetFill(int id, int argc, char** argv) {
   if (kind != nullptr && HostMakeDataFolders(&error) == 0) return FillFail(error);
   std::string path = MaterialPath(id);
   if (path.empty()) return FillFail("no application-data folder for the fill files");
-  SettingsLoadFile(SettingsFilePath(), false);  // the current tile group, if the file says
+  if (int loaded = CliLoadSettings("fill", ""); loaded != kExitSuccess) return loaded;  // the current tile group
   std::unique_ptr<void, void (*)(MemHandle)> block(MaterialLoad(path.c_str(), static_cast<std::uint32_t>(row->param), 1),
                                                    MaterialRelease);
   auto* record = static_cast<MaterialRecord*>(block != nullptr ? MemLock(block.get()) : nullptr);
@@ -198,6 +202,7 @@ int ShowOrSetFill(int id, int argc, char** argv) {
   int status = 0;
   if (kind == nullptr) {
     PrintFill(id, *record, path.c_str());
+    status = CliFinishOutput("fill");
   } else if (kind->set(record, argc - 1, argv + 1, &error) == 0) {
     status = FillUsageError(error);
   } else {
@@ -213,7 +218,7 @@ int ShowOrSetFill(int id, int argc, char** argv) {
 int CliFill(int argc, char** argv) {
   if (argc > 1 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
     PrintFillUsage(stdout);
-    return 0;
+    return CliFinishOutput("fill");
   }
   if (argc == 1) return ListFillControls();
   int id = 0;

@@ -15,6 +15,7 @@
 
 #include "effects/effect.h"
 #include "host/cli.h"
+#include "host/cli_output.h"
 #include "host/data_folders.h"
 #include "host/reference_host.h"
 #include "host/render_setup.h"
@@ -63,13 +64,13 @@ long long FileBytes(const std::string& path) {
 }
 
 // One effect, as a render of it with built-in settings would make it. 1 if
-// the GIF was written.
-int RenderEffect(int row, const std::string& folder, GalleryEntry* entry) {
+// the GIF was written; otherwise what the run showed (Memory error), if
+// anything, is in shown.
+int RenderEffect(int row, const std::string& folder, GalleryEntry* entry, std::string* shown) {
   SettingsReset();
   SettingStore(SettingFind("MainEffect"), std::to_string(row).c_str());
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
-  snapshot.messagesToStderr = true;
   HostRecord host = ReferenceHostRecord();
   RenderLoadDialog(&snapshot, host.hostFlags, 1, 90, 0);
   entry->name = EffectTable[row].name;
@@ -83,6 +84,7 @@ int RenderEffect(int row, const std::string& folder, GalleryEntry* entry) {
   const std::vector<std::uint32_t>& codes = ReferenceHostCurrent().codes;
   entry->frames = static_cast<int>(std::count(codes.begin(), codes.end(), kHostAddImage));
   entry->bytes = FileBytes(path);
+  if (!snapshot.messages.empty()) *shown = snapshot.messages.back();
   SnapshotClear(&snapshot);
   return complete != 0 && ReferenceHostCurrent().filesWritten == 1 ? 1 : 0;
 }
@@ -137,8 +139,10 @@ int RenderGallery(const std::string& folder) {
     if (EffectTable[row].build == nullptr) continue;
     if (terminal) std::fprintf(stderr, "\rrendering %-22s", EffectTable[row].name);
     GalleryEntry entry;
-    if (RenderEffect(row, folder, &entry) == 0)
-      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder);
+    std::string shown;
+    if (RenderEffect(row, folder, &entry, &shown) == 0)
+      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder +
+                    (shown.empty() ? "" : ": " + shown));
     entries.push_back(entry);
   }
   drawing.op = kGdiStop;
@@ -156,12 +160,10 @@ int RenderGallery(const std::string& folder) {
 int CliGallery(int argc, char** argv) {
   if (argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
     PrintGalleryUsage(stdout);
-    return 0;
+    return CliFinishOutput("gallery");
   }
-  if (argc != 2 || argv[1][0] == '-') {
-    std::fprintf(stderr, "lwmotio3 gallery: %s (see lwmotio3 gallery --help)\n",
-                 argc < 2 ? "needs a folder" : argc > 2 ? "takes one folder" : "unknown option");
-    return 2;
-  }
+  if (argc < 2) return CliUsage("gallery", "needs a folder");
+  if (argv[1][0] == '-') return CliUsage("gallery", std::string("unknown option '") + argv[1] + "'");
+  if (argc > 2) return CliUsage("gallery", std::string("unexpected argument '") + argv[2] + "'");
   return RenderGallery(argv[1]);
 }

@@ -8,6 +8,7 @@
 
 #include "fills/matrix_group.h"
 #include "host/cli.h"
+#include "host/cli_output.h"
 #include "host/data_folders.h"
 #include "host/group_paths.h"
 #include "host/image_reader.h"
@@ -37,15 +38,10 @@ void PrintTilesUsage(std::FILE* out) {
                kPrimaryMatrixGroup);
 }
 
-int UsageError(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 tiles: %s (see lwmotio3 tiles --help)\n", message.c_str());
-  return 2;
-}
+constexpr char kCommand[] = "tiles";
 
-int Fail(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 tiles: %s\n", message.c_str());
-  return 1;
-}
+int UsageError(const std::string& message) { return CliUsage(kCommand, message); }
+int Fail(const std::string& message) { return CliFail(kCommand, message); }
 
 int ListTiles(const std::string& group) {
   std::string error;
@@ -59,7 +55,7 @@ int ListTiles(const std::string& group) {
     std::printf("%3d  %d x %d\n", index++, width, height);
   }
   MatrixTileListFree(&list);
-  return 0;
+  return CliFinishOutput(kCommand);
 }
 
 // The picture as a tile, within the size rule; null with error set.
@@ -102,7 +98,7 @@ int AddTile(const std::string& group, const char* imagePath) {
   int status = tile != nullptr ? AppendTile(path, &list, tile) : Fail(error);
   if (status == 0) std::printf("%zu  added to %s\n", list.tiles.size() - 1, path.c_str());
   MatrixTileListFree(&list);
-  return status;
+  return status == 0 ? CliFinishOutput(kCommand) : status;
 }
 
 }  // namespace
@@ -119,6 +115,6 @@ int CliTiles(int argc, char** argv) {
   if (argc > 2) return UsageError(std::string("unexpected argument '") + argv[2] + "'");
   if (argc == 2 && argv[1][0] == '-') return UsageError(std::string("unknown option '") + argv[1] + "'");
   if (argc == 2) return ListTiles(argv[1]);
-  SettingsLoadFile(SettingsFilePath(), false);  // the user's current group, if the file says
+  if (int status = CliLoadSettings(kCommand, ""); status != kExitSuccess) return status;  // the current group
   return ListTiles(MatrixLibrary);
 }

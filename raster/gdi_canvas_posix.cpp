@@ -4,6 +4,7 @@
 
 #include "raster/gdi_backend.h"
 #include "raster/shape_fill.h"
+#include "raster/shape_stroke.h"
 
 struct GdiCanvas {
   DibHandle dib;
@@ -44,4 +45,10 @@ int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op) {
     default:
       return 0;
   }
+}
+
+int GdiBackendCanvasLine(GdiCanvas* canvas, const GdiOp* op, int roundEnds) {
+  ShapeStrokeLine(canvas->head, op->lineX1, op->lineY1, op->lineX2, op->lineY2, op->lineWidth, roundEnds,
+                  op->lineColour);
+  return 1;
 }

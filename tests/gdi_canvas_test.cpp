@@ -49,9 +49,36 @@ TEST(GdiCanvas, ShapesCoverWhatGdiCovers) {
   EXPECT_EQ(ellipse[11], "............");
 }
 
+// A wide pen with round ends reaches past the end points; flat ends stop
+// at them.
+TEST(GdiCanvas, LineEndsFollowTheirCaps) {
+  std::vector<std::string> round = Covered([](GdiCanvas* c) { return GdiCanvasLine(c, 3, 6, 8, 6, 4, kFill); });
+  EXPECT_EQ(round[6].substr(1, 9), "#########");
+  EXPECT_EQ(round[2], "............");
+  EXPECT_EQ(round[10], "............");
+  std::vector<std::string> flat = Covered([](GdiCanvas* c) {
+    GdiOp op{};
+    op.op = kGdiLine;
+    op.canvas = c;
+    op.lineX1 = 3;
+    op.lineY1 = 6;
+    op.lineX2 = 8;
+    op.lineY2 = 6;
+    op.lineWidth = 4;
+    op.lineCapKind = 1;
+    op.lineColour = kFill;
+    return static_cast<int>(GdiCommand(&op));
+  });
+  EXPECT_EQ(flat[6][1], '.');
+  EXPECT_EQ(flat[6][5], '#');
+  EXPECT_EQ(flat[6][10], '.');
+}
+
 TEST(GdiCanvas, ShapesNeedACanvas) {
   GdiOp op{};
   op.op = kGdiPolygon;
+  EXPECT_EQ(GdiCommand(&op), 0);
+  op.op = kGdiLine;
   EXPECT_EQ(GdiCommand(&op), 0);
   EXPECT_EQ(GdiCanvasOpen(0, 5), nullptr);
 }
