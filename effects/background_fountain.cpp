@@ -1,5 +1,7 @@
 #include "effects/background_fountain.h"
 
+#include <algorithm>
+
 #include "effects/text_frame.h"
 #include "plugin/host_call.h"
 
@@ -50,8 +52,6 @@ DibHandle BackgroundFountainGenerate(EffectContext* context) {
   return picture.release();
 }
 
-int BackgroundFountainFrameCount(int frames, int width) { return frames < width ? frames : width; }
-
 int BackgroundFountainPreview(EffectContext* context) {
   BackgroundFountainExtra extra{};
   return RunEffectPreview(context, &extra, BackgroundFountainGenerate);
@@ -64,23 +64,13 @@ int BackgroundFountainBuild(EffectContext* context) {
 
   BackgroundFountainExtra extra{};
   context->extra = &extra;
-  context->flags |= kEffectFlagStill;
-  DibHandle sizing = BackgroundFountainGenerate(context);
-  int width = 0;
-  int height = 0;
-  const int sized = DibSizeOf(sizing, &width, &height);
-  MemFree(sizing);
-  if (sized == 0) return 0;
-  context->flags &= ~kEffectFlagStill;
-
-  if (timing.rolling == 0) {
-    context->flags |= kEffectFlagStill;
-    return AppendGeneratedFrame(context, BackgroundFountainGenerate, timing.delay);
-  }
+  FrameSize size{};
+  if (MeasureBuildFrame(context, BackgroundFountainGenerate, &size) == 0) return 0;
+  if (timing.rolling == 0) return AppendStillFrame(context, BackgroundFountainGenerate, timing.delay);
   // The phase ends at the full width, a whole turn, so the last frame shows
   // the gradient as it started and the loop closes.
-  const int count = BackgroundFountainFrameCount(frames, width);
-  const double step = static_cast<double>(width) / count;
+  const int count = std::min(frames, size.width);  // a column a frame at the most
+  const double step = static_cast<double>(size.width) / count;
   double acc = 0;
   for (int i = 0; i < count; ++i) {
     acc += step;

@@ -12,6 +12,3 @@ struct BackgroundFountainExtra {
 };
 
 DibHandle BackgroundFountainGenerate(EffectContext* context);
-
-// The frame count of an animated build on a frame width wide.
-int BackgroundFountainFrameCount(int frames, int width);

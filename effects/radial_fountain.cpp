@@ -38,11 +38,6 @@ std::uint32_t RampColour(const RadialExtra* extra, int index) {
   return triple[0] | triple[1] << 8 | static_cast<std::uint32_t>(triple[2]) << 16;
 }
 
-int AppendGenerated(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = RadialFountainGenerate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) != 0;
-}
-
 }  // namespace
 
 DibHandle RadialRings(const RadialExtra* extra, int width, int height) {
@@ -116,23 +111,16 @@ int RadialFountainBuild(EffectContext* context) {
   RadialExtra extra{};
   extra.dialog = dialog;
   context->extra = &extra;
-  context->flags |= kEffectFlagStill;
-  DibHandle check = RadialFountainGenerate(context);
-  if (check == nullptr) return 0;
-  MemFree(check);
-  context->flags &= ~kEffectFlagStill;
-
-  if (rolling == 0) {
-    context->flags |= kEffectFlagStill;
-    return AppendGenerated(context, delay);
-  }
+  FrameSize size{};  // the call checks the generator works and fills the ramp
+  if (MeasureBuildFrame(context, RadialFountainGenerate, &size) == 0) return 0;
+  if (rolling == 0) return AppendStillFrame(context, RadialFountainGenerate, delay);
   const int count = RadialFountainFrameCount(frames);
   const double step = count == kMostFrames ? 1.0 : 256.0 / count;
   double acc = 0;
   for (int i = 0; i < count; ++i) {
     acc += step;
     extra.phase = static_cast<std::int32_t>(acc);
-    if (AppendGenerated(context, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, RadialFountainGenerate, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -45,12 +45,6 @@ int CompositeText(const EffectContext* context, const TextFrame& frame, DibHead*
   return TextFrameCompositeText(frame, picture, fillLock.head, x, y);
 }
 
-// One frame made and appended; 0 when either fails.
-int AppendGenerated(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = ZAxisFountainGenerate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) != 0;
-}
-
 }  // namespace
 
 DibHandle ZAxisFountainGenerate(EffectContext* context) {
@@ -90,25 +84,16 @@ int ZAxisFountainBuild(EffectContext* context) {
   ZAxisFountainExtra extra{};
   extra.flatColour = 1;
   context->extra = &extra;
-  context->flags |= kEffectFlagStill;
-  DibHandle sizing = ZAxisFountainGenerate(context);
-  int width = 0;
-  int height = 0;
-  int sized = DibSizeOf(sizing, &width, &height);
-  MemFree(sizing);
-  if (sized == 0) return 0;
-  context->flags &= ~kEffectFlagStill;
-
-  if (rolling == 0) {
-    context->flags |= kEffectFlagStill;
-    return AppendGenerated(context, delay);
-  }
+  FrameSize size{};
+  if (MeasureBuildFrame(context, ZAxisFountainGenerate, &size) == 0) return 0;
+  if (rolling == 0) return AppendStillFrame(context, ZAxisFountainGenerate, delay);
+  const int width = size.width;
   const int count = ZAxisFountainFrameCount(frames, width);
   const double divisor = count > 0.001 ? count : 0.001;
   for (int i = 0; i < count; ++i) {
     extra.phase = static_cast<std::int32_t>(static_cast<double>(i + 1) * width / count);
     extra.rampIndex = static_cast<std::int32_t>(i / divisor * 255.0);
-    if (AppendGenerated(context, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, ZAxisFountainGenerate, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;
