@@ -4,14 +4,8 @@
 # the last version kept as .bak; refusals are one line, a non-zero exit, and
 # leave the group (and the fill's file) as they were.
 # usage: tiles_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
+. "$(dirname "$0")/cli_test_setup.sh"
 data="$XDG_CONFIG_HOME/Brindle Foundries/Lettermotion 3"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 
 # The primary group is put in place on first use: six tiles or more, one
 # line each with its index and size.
