@@ -15,6 +15,9 @@ const char* StringLookup(int id);
 
 // Shows text in the OK message box, modal to owner, then updates the owner.
 void MessageBoxShow(HWND owner, const char* text);
+// Shows the help document at an anchor ("LWMOTIO3.HTML#TEXT") through the
+// host; says so in the message box when the host cannot.
+void HelpShow(HWND owner, const char* document);
 // Dialog procedure of all three boxes; the parameter is the text. Ends with
 // the id of the button (1, 2, 6 or 7).
 INT_PTR CALLBACK MessageBoxProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);

@@ -39,16 +39,3 @@ inline MemHandle WindowBlock(HWND window) {
   return reinterpret_cast<MemHandle>(GetWindowLongPtrA(window, GWLP_USERDATA));
 }
 
-// Locks a control's record for a scope; record is null without one.
-template <typename Record>
-struct WindowRecordLock {
-  explicit WindowRecordLock(HWND window)
-      : block(WindowBlock(window)), record(static_cast<Record*>(block ? MemLock(block) : nullptr)) {}
-  ~WindowRecordLock() {
-    if (record != nullptr) MemUnlock(block);
-  }
-  WindowRecordLock(const WindowRecordLock&) = delete;
-  WindowRecordLock& operator=(const WindowRecordLock&) = delete;
-  MemHandle block;
-  Record* record;
-};

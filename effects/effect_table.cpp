@@ -2,6 +2,7 @@
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
 #include "effects/anaconda.h"
+#include "effects/background_fountain.h"
 #include "effects/background_mural.h"
 #include "effects/bubbles.h"
 #include "effects/chaos.h"
@@ -155,7 +156,7 @@ std::int32_t BackgroundColourOf(const Controls* dialog) {
 const EffectEntry EffectTable[kEffectCount] = {
     {"Anaconda", AnacondaPreview, AnacondaBuild, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
     {"Background Bubbles", BackgroundBubblesPreview, BackgroundBubblesBuild, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
-    {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
+    {"Background Fountain", BackgroundFountainPreview, BackgroundFountainBuild, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
     {"Background Mural", MuralPreview, MuralBuild, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
     {"Bubbles", BubblesPreview, BubblesBuild, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},

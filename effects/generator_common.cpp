@@ -208,6 +208,20 @@ int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::
   return image != nullptr ? AppendEffectFrame(context, image, delay) : 0;
 }
 
+int MeasureBuildFrame(EffectContext* context, EffectGenerator generate, FrameSize* size) {
+  context->flags |= kEffectFlagStill;
+  DibHandle sizing = generate(context);
+  int sized = DibSizeOf(sizing, &size->width, &size->height);
+  MemFree(sizing);
+  context->flags &= ~kEffectFlagStill;
+  return sized;
+}
+
+int AppendStillFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay) {
+  context->flags |= kEffectFlagStill;
+  return AppendGeneratedFrame(context, generate, delay);
+}
+
 BuildTiming ReadBuildTiming(const Controls* dialog) {
   return {ControlChecked(dialog, kIdRolling), static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay)),
           static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause))};

@@ -153,3 +153,9 @@ int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator genera
 
 // Calls the generator and appends its frame with the delay: 0 if either fails.
 int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);
+// A build's first call, only to learn the frame's size: the generator with
+// the still bit, its frame freed and the bit cleared again. 0 if it fails.
+int MeasureBuildFrame(EffectContext* context, EffectGenerator generate, FrameSize* size);
+// The one frame of a build without MainRolling, made with the still bit and
+// appended: 0 if either fails.
+int AppendStillFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "effects/text_frame.h"
-#include "fills/fountain_button.h"
 #include "plugin/host_call.h"
 #include "raster/gdi_command.h"
 #include "raster/resample.h"
@@ -21,10 +20,7 @@ constexpr int kMostFrames = 256;
 
 // The bar's gradient as 256 triples. 0 if it cannot be read.
 int ReadRamp(RadialExtra* extra) {
-  const FountainRecord* record = FountainLock(extra->dialog, kGradientId);
-  if (record == nullptr) return 0;
-  DibOwner strip(FountainStrip(record, kRadialRampColours, 1));
-  FountainUnlock(extra->dialog, kGradientId);
+  DibOwner strip(GradientStripOf(extra->dialog, kGradientId, kRadialRampColours, 1));
   DibLock lock(strip.get());
   if (lock.head == nullptr) return 0;
   for (int i = 0; i < kRadialRampColours; ++i) {
@@ -40,11 +36,6 @@ int ReadRamp(RadialExtra* extra) {
 std::uint32_t RampColour(const RadialExtra* extra, int index) {
   const std::uint8_t* triple = extra->ramp + 3 * index;
   return triple[0] | triple[1] << 8 | static_cast<std::uint32_t>(triple[2]) << 16;
-}
-
-int AppendGenerated(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = RadialFountainGenerate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) != 0;
 }
 
 }  // namespace
@@ -120,23 +111,16 @@ int RadialFountainBuild(EffectContext* context) {
   RadialExtra extra{};
   extra.dialog = dialog;
   context->extra = &extra;
-  context->flags |= kEffectFlagStill;
-  DibHandle check = RadialFountainGenerate(context);
-  if (check == nullptr) return 0;
-  MemFree(check);
-  context->flags &= ~kEffectFlagStill;
-
-  if (rolling == 0) {
-    context->flags |= kEffectFlagStill;
-    return AppendGenerated(context, delay);
-  }
+  FrameSize size{};  // the call checks the generator works and fills the ramp
+  if (MeasureBuildFrame(context, RadialFountainGenerate, &size) == 0) return 0;
+  if (rolling == 0) return AppendStillFrame(context, RadialFountainGenerate, delay);
   const int count = RadialFountainFrameCount(frames);
   const double step = count == kMostFrames ? 1.0 : 256.0 / count;
   double acc = 0;
   for (int i = 0; i < count; ++i) {
     acc += step;
     extra.phase = static_cast<std::int32_t>(acc);
-    if (AppendGenerated(context, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, RadialFountainGenerate, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

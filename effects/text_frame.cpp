@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "fills/fountain_button.h"
 #include "fills/material.h"
 #include "raster/blur.h"
 
@@ -51,6 +52,14 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height) {
   DibHandle fill = MaterialRender(record, width, height);
   MaterialUnlock(dialog, id);
   return fill;
+}
+
+DibHandle GradientStripOf(const Controls* dialog, int id, int width, int height) {
+  const FountainRecord* record = FountainLock(dialog, id);
+  if (record == nullptr) return nullptr;
+  DibHandle strip = FountainStrip(record, width, height);
+  FountainUnlock(dialog, id);
+  return strip;
 }
 
 int FillIsSolid(const Controls* dialog, int id) { return EffectBackgroundColourOf(dialog, id) != -1 ? 1 : 0; }

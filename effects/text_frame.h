@@ -34,6 +34,10 @@ void TextFrameMeasureText(const Controls* dialog, const PanelLookIds& ids, const
 // or null if the control holds no fill or the render fails.
 DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
+// The gradient of bar control id painted left to right at width by height:
+// a new 24-bit bitmap, or null if the bar holds no gradient or the paint fails.
+DibHandle GradientStripOf(const Controls* dialog, int id, int width, int height);
+
 // Whether control id holds a solid colour; such a fill looks the same
 // however it is moved.
 int FillIsSolid(const Controls* dialog, int id);

@@ -1,7 +1,6 @@
 #include "effects/zaxis_fountain.h"
 
 #include "effects/text_frame.h"
-#include "fills/fountain_button.h"
 #include "plugin/host_call.h"
 
 namespace {
@@ -14,18 +13,9 @@ constexpr int kBackgroundId = 127;
 constexpr int kFramesId = 139;
 constexpr int kRampWidth = 256;
 
-// The gradient of the bar at width by height, or null.
-DibHandle GradientStrip(const Controls* dialog, int width, int height) {
-  const FountainRecord* record = FountainLock(dialog, kGradientId);
-  if (record == nullptr) return nullptr;
-  DibHandle strip = FountainStrip(record, width, height);
-  FountainUnlock(dialog, kGradientId);
-  return strip;
-}
-
 // The colour at index along the bar's gradient; 0 with nothing to read.
 int FlatColour(const Controls* dialog, int index, std::uint32_t* colour) {
-  DibOwner strip(GradientStrip(dialog, kRampWidth, 1));
+  DibOwner strip(GradientStripOf(dialog, kGradientId, kRampWidth, 1));
   DibLock lock(strip.get());
   if (lock.head == nullptr) return 0;
   *colour = static_cast<std::uint32_t>(DibGetPixel(lock.head, index, 0)) & 0xFFFFFF;
@@ -35,7 +25,7 @@ int FlatColour(const Controls* dialog, int index, std::uint32_t* colour) {
 // The gradient across the whole frame, turned left by the phase in an
 // animated frame.
 DibHandle TextFill(const EffectContext* context, const ZAxisFountainExtra& extra, const FrameSize& size) {
-  DibHandle strip = GradientStrip(context->dialog, size.width, size.height);
+  DibHandle strip = GradientStripOf(context->dialog, kGradientId, size.width, size.height);
   if (strip == nullptr || (context->flags & (kEffectFlagPreview | kEffectFlagStill)) != 0) return strip;
   DibHandle turned = DibRotateLeft(strip, extra.phase);
   MemFree(strip);
@@ -53,12 +43,6 @@ int CompositeText(const EffectContext* context, const TextFrame& frame, DibHead*
   DibOwner fill(TextFill(context, extra, frame.size));
   DibLock fillLock(fill.get());
   return TextFrameCompositeText(frame, picture, fillLock.head, x, y);
-}
-
-// One frame made and appended; 0 when either fails.
-int AppendGenerated(EffectContext* context, std::uint32_t delay) {
-  DibHandle image = ZAxisFountainGenerate(context);
-  return image != nullptr && AppendEffectFrame(context, image, delay) != 0;
 }
 
 }  // namespace
@@ -100,25 +84,16 @@ int ZAxisFountainBuild(EffectContext* context) {
   ZAxisFountainExtra extra{};
   extra.flatColour = 1;
   context->extra = &extra;
-  context->flags |= kEffectFlagStill;
-  DibHandle sizing = ZAxisFountainGenerate(context);
-  int width = 0;
-  int height = 0;
-  int sized = DibSizeOf(sizing, &width, &height);
-  MemFree(sizing);
-  if (sized == 0) return 0;
-  context->flags &= ~kEffectFlagStill;
-
-  if (rolling == 0) {
-    context->flags |= kEffectFlagStill;
-    return AppendGenerated(context, delay);
-  }
+  FrameSize size{};
+  if (MeasureBuildFrame(context, ZAxisFountainGenerate, &size) == 0) return 0;
+  if (rolling == 0) return AppendStillFrame(context, ZAxisFountainGenerate, delay);
+  const int width = size.width;
   const int count = ZAxisFountainFrameCount(frames, width);
   const double divisor = count > 0.001 ? count : 0.001;
   for (int i = 0; i < count; ++i) {
     extra.phase = static_cast<std::int32_t>(static_cast<double>(i + 1) * width / count);
     extra.rampIndex = static_cast<std::int32_t>(i / divisor * 255.0);
-    if (AppendGenerated(context, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, ZAxisFountainGenerate, delay) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

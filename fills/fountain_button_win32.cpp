@@ -16,8 +16,6 @@ constexpr int kTrackBottom = 11;
 constexpr int kEndBoxTop = 4;
 constexpr int kEndBoxBottom = 10;
 
-using BarLock = WindowRecordLock<FountainRecord>;
-
 RECT ClientOf(HWND window) {
   RECT client;
   GetClientRect(window, &client);
@@ -45,7 +43,7 @@ void SetUp(HWND window, WPARAM setUp) {
   bool useFile = (GetKeyState(VK_SHIFT) & 0x8000) == 0;
   MemHandle block = FountainSetUp(GetDlgCtrlID(window), caption, static_cast<long long>(setUp), useFile ? 1 : 0);
   SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(block));
-  BarLock lock(window);
+  MemRecordLock<FountainRecord> lock(WindowBlock(window));
   if (lock.record != nullptr) RebuildPreview(window, lock.record);
   InvalidateRect(window, nullptr, TRUE);
 }
@@ -86,7 +84,7 @@ void PaintMarkers(HDC dc, const RECT& client, const RECT& bar, const FountainRec
 }
 
 void Paint(HWND window, HDC dc) {
-  BarLock lock(window);
+  MemRecordLock<FountainRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   bool enabled = IsWindowEnabled(window) != FALSE;
   RECT client = ClientOf(window);

@@ -23,8 +23,6 @@ constexpr int kInset = 2;
 constexpr UINT kSoftEdges = BF_RECT | BF_SOFT;  // 4111
 constexpr int kDarkLuminance = 129;
 
-using SwatchLock = WindowRecordLock<MaterialRecord>;
-
 RECT ArrowStrip(HWND window) {
   RECT strip;
   GetClientRect(window, &strip);
@@ -62,7 +60,7 @@ void SetUp(HWND window, std::uint32_t colour) {
   bool useFile = (GetKeyState(VK_SHIFT) & 0x8000) == 0;
   MemHandle block = MaterialSetUp(GetDlgCtrlID(window), colour, useFile ? 1 : 0);
   SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(block));
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   ReplacePreview(window, lock.record, true);
   InvalidateRect(window, nullptr, TRUE);
@@ -71,7 +69,7 @@ void SetUp(HWND window, std::uint32_t colour) {
 // A new block with the record, its own copy of the tile and no preview; null
 // on failure.
 MemHandle CopyRecord(HWND window) {
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return nullptr;
   MemOwner copy(MemAlloc(kMemMoveableZeroed, sizeof(MaterialRecord)));
   auto* record = static_cast<MaterialRecord*>(MemLock(copy.get()));
@@ -87,7 +85,7 @@ MemHandle CopyRecord(HWND window) {
 void ShowKindMenu(HWND window) {
   std::uint32_t kind = 0;
   {
-    SwatchLock lock(window);
+    MemRecordLock<MaterialRecord> lock(WindowBlock(window));
     if (lock.record == nullptr) return;
     kind = lock.record->kind;
   }
@@ -106,7 +104,7 @@ void ShowKindMenu(HWND window) {
 
 // A kind from the menu: a new preview, the caption colour kept.
 void ChooseKind(HWND window, std::uint32_t kind) {
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   lock.record->kind = kind;
   ReplacePreview(window, lock.record, false);
@@ -119,7 +117,7 @@ void ChooseKind(HWND window, std::uint32_t kind) {
 // host; the other kinds' editors are not offered here, which counts as a
 // cancellation.
 void RunEditor(HWND window) {
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   bool confirmed = lock.record->kind == kMaterialSimple && ColourPick(window, &lock.record->colour) != 0;
   if (confirmed) {
@@ -131,7 +129,7 @@ void RunEditor(HWND window) {
 }
 
 void MouseDown(HWND window, LPARAM lParam) {
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   SetCapture(window);
   POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
@@ -146,7 +144,7 @@ void MouseDown(HWND window, LPARAM lParam) {
 void MouseUp(HWND window) {
   if (GetCapture() != window) return;
   ReleaseCapture();
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   if (lock.record->state & kMaterialStateArrow) PostMessageA(window, kMessageKindMenu, 0, 0);
   if (lock.record->state & kMaterialStateFace) PostMessageA(window, WM_COMMAND, kEditorCommand, 0);
@@ -201,7 +199,7 @@ void DrawCaption(HWND window, HDC dc, const RECT& inner, std::uint32_t averageCo
 }
 
 void Paint(HWND window, HDC dc) {
-  SwatchLock lock(window);
+  MemRecordLock<MaterialRecord> lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   bool enabled = IsWindowEnabled(window) != FALSE;
   RECT client;

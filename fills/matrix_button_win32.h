@@ -1,6 +1,8 @@
 // The tile button of Background Mural: a subclass of an owner-drawn button
 // that owns one MatrixRecord and shows its tile repeated over its face. Set
 // up by message 1424 (lParam the tile number); answers 1425 with the number.
+// A click runs the tile dialog; a confirmed choice is posted to the parent
+// as 1329 with the tile number.
 #pragma once
 
 #include <windows.h>

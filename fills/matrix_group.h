@@ -14,6 +14,12 @@ inline constexpr char kMatrixItemMark[4] = {'M', 'T', 'X', 'i'};
 constexpr char kPrimaryMatrixGroup[] = "lwmotio3.mtx";
 constexpr int kMatrixTileLimit = 513;  // refused when both sides reach it
 
+// What a user is told when a picture or a group is refused.
+inline constexpr char kMatrixTileTooLarge[] = "The selected image is too large to be a matrix tile.";
+inline constexpr char kMatrixGroupReadOnly[] =
+    "This file cannot be edited or overwritten.\n\nThe default matix set cannot be modified. To edit this file, "
+    "save it to a new name. Hold down the Shift key and click on the + button.";
+
 #pragma pack(push, 1)
 struct MatrixGroupHead {
   char magic[8];

@@ -69,6 +69,9 @@ int SetTile(MaterialRecord* record, int argc, char** argv, std::string* error) {
   if (end == argv[1] || *end != '\0' || index < 0 || index > 0x7FFFFFFF)
     return (*error = std::string("'") + argv[1] + "' is not a tile number"), 0;
   std::string path = GroupPath(argv[0]);
+  MatrixTileList list;
+  if (GroupReadTiles(path, &list, error) == 0) return 0;
+  MatrixTileListFree(&list);
   DibHandle tile = MatrixTileLoad(path.c_str(), static_cast<int>(index));
   if (tile == nullptr) return (*error = "'" + path + "' has no tile " + argv[1]), 0;
   MemFree(record->matrix.tile);

@@ -17,11 +17,13 @@
 
 namespace {
 
-// The tile dialog's refusals, each on one line here.
-constexpr char kTooLarge[] = "The selected image is too large to be a matrix tile.";
-constexpr char kReadOnly[] =
-    "This file cannot be edited or overwritten. The default matix set cannot be modified. To edit this file, save "
-    "it to a new name. Hold down the Shift key and click on the + button.";
+// The refusals of the tile dialog, each on one line here.
+std::string OneLine(const char* text) {
+  std::string line = text;
+  for (std::size_t gap = line.find("\n\n"); gap != std::string::npos; gap = line.find("\n\n"))
+    line.replace(gap, 2, " ");
+  return line;
+}
 
 void PrintTilesUsage(std::FILE* out) {
   std::fprintf(out,
@@ -41,25 +43,11 @@ constexpr char kCommand[] = "tiles";
 int UsageError(const std::string& message) { return CliUsage(kCommand, message); }
 int Fail(const std::string& message) { return CliFail(kCommand, message); }
 
-bool Exists(const std::string& path) {
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (file != nullptr) std::fclose(file);
-  return file != nullptr;
-}
-
-// Reads the group at path into list: 0 and a message when it is missing or
-// not a group.
-int ReadGroup(const std::string& path, MatrixTileList* list, std::string* error) {
-  if (!Exists(path)) return (*error = "no tile group at '" + path + "'"), 0;
-  if (MatrixGroupRead(path.c_str(), list) == 0) return (*error = "'" + path + "' is not a tile group"), 0;
-  return 1;
-}
-
 int ListTiles(const std::string& group) {
   std::string error;
   if (GroupIsInDataFolder(group) && HostMakeDataFolders(&error) == 0) return Fail(error);
   MatrixTileList list;
-  if (ReadGroup(GroupPath(group), &list, &error) == 0) return Fail(error);
+  if (GroupReadTiles(GroupPath(group), &list, &error) == 0) return Fail(error);
   int index = 0;
   for (DibHandle tile : list.tiles) {
     int width = 0, height = 0;
@@ -81,7 +69,7 @@ DibHandle TileFromFile(const char* imagePath, std::string* error) {
   if (picture == nullptr) return (*error = "cannot read '" + std::string(imagePath) + "': " + *error), nullptr;
   int width = 0, height = 0;
   DibSizeOf(picture.get(), &width, &height);
-  if (MatrixTileSizeAccepted(width, height) == 0) return (*error = kTooLarge), nullptr;
+  if (MatrixTileSizeAccepted(width, height) == 0) return (*error = kMatrixTileTooLarge), nullptr;
   DibHandle tile = MatrixTileFromPicture(picture.get());
   if (tile == nullptr) *error = "Memory error";
   return tile;
@@ -92,7 +80,7 @@ int AppendTile(const std::string& path, MatrixTileList* list, DibHandle tile) {
   list->tiles.push_back(tile);
   if (MatrixGroupWrite(path.c_str(), *list, 1, std::time(nullptr)) != 0) return 0;
   std::string backup = path + ".bak";
-  if (Exists(backup)) std::rename(backup.c_str(), path.c_str()); else std::remove(path.c_str());
+  if (GroupFileExists(backup)) std::rename(backup.c_str(), path.c_str()); else std::remove(path.c_str());
   return Fail("Error writing file '" + path + "': " + std::strerror(errno));
 }
 
@@ -101,10 +89,10 @@ int AddTile(const std::string& group, const char* imagePath) {
   if (GroupIsInDataFolder(group) && HostMakeDataFolders(&error) == 0) return Fail(error);
   std::string path = GroupPath(group);
   MatrixTileList list;
-  if (Exists(path) && ReadGroup(path, &list, &error) == 0) return Fail(error);
+  if (GroupFileExists(path) && GroupReadTiles(path, &list, &error) == 0) return Fail(error);
   if (list.writeable == 0) {
     MatrixTileListFree(&list);
-    return Fail(kReadOnly);
+    return Fail(OneLine(kMatrixGroupReadOnly));
   }
   DibHandle tile = TileFromFile(imagePath, &error);
   int status = tile != nullptr ? AppendTile(path, &list, tile) : Fail(error);

@@ -37,7 +37,6 @@ constexpr const char* kTitle = "Lettermotion #3";
 constexpr const char* kInternalError = "Internal error";
 constexpr const char* kCharacterSpaceStart = "90";
 constexpr const char* kHelpDocument = "LWMOTIO3.HTML#TEXT";
-constexpr const char* kHelpError = "There has been an error displaying the Help document.";
 
 bool ShiftHeld() { return (GetKeyState(VK_SHIFT) & 0x8000) != 0; }
 
@@ -153,12 +152,6 @@ void RunBuild(HWND dialog, int testRun) {
   else EndDialog(dialog, 1);
 }
 
-// The help document at the main dialog's anchor, through the host.
-void ShowHelp(HWND dialog) {
-  if (HostCall(DialogHost(), kHostShowHelp, 0, reinterpret_cast<std::int64_t>(kHelpDocument)) == 0)
-    MessageBoxShow(dialog, kHelpError);
-}
-
 void Command(HWND dialog, WPARAM wParam) {
   if (!TableCommand(dialog, wParam)) return;
   WORD notification = HIWORD(wParam);
@@ -170,7 +163,7 @@ void Command(HWND dialog, WPARAM wParam) {
       EndDialog(dialog, 0);
       return;
     case kHelpButton:
-      ShowHelp(dialog);
+      HelpShow(dialog, kHelpDocument);
       return;
     case kPaletteList:
       if (notification != kCloseUp) return;

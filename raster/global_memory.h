@@ -28,3 +28,17 @@ struct MemFreeDeleter {
 };
 // Owns a block until release(); used where early returns would otherwise leak.
 using MemOwner = std::unique_ptr<void, MemFreeDeleter>;
+
+// Locks a block that holds a T for the life of a scope; record is null
+// without a block or when the lock failed.
+template <typename T>
+struct MemRecordLock {
+  explicit MemRecordLock(MemHandle held) : block(held), record(static_cast<T*>(held != nullptr ? MemLock(held) : nullptr)) {}
+  ~MemRecordLock() {
+    if (record != nullptr) MemUnlock(block);
+  }
+  MemRecordLock(const MemRecordLock&) = delete;
+  MemRecordLock& operator=(const MemRecordLock&) = delete;
+  MemHandle block;
+  T* record;
+};

@@ -1,6 +1,7 @@
 #include <cstring>
 #include <vector>
 
+#include "effects/background_fountain.h"
 #include "effects/radial_fountain.h"
 #include "effects/zaxis_fountain.h"
 #include "tests/effect_test_support.h"
@@ -88,6 +89,53 @@ TEST(RadialRings, ReachFollowsTheWidthAndThePhaseWrapsRound) {
   DibOwner round(RadialRings(&extra, 60, 30));
   DibLock a(start.get()), b(round.get());
   EXPECT_EQ(std::memcmp(a.head, b.head, MemSize(start.get())), 0);
+}
+
+using BackgroundFountain = EffectOnDefaults;
+constexpr int kBackgroundFountainRow = 2;
+
+TEST_F(BackgroundFountain, FrameCountsFollowTheWidth) {
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  EXPECT_EQ(frames_.count, 48);
+  SnapshotSetText(&snapshot_, 23, "I");
+  SnapshotSetNumber(&snapshot_, 28, 8);
+  SnapshotSetNumber(&snapshot_, 349, 32760);
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  EXPECT_EQ(frames_.count, FramePixels(0).width);
+  SnapshotSetNumber(&snapshot_, 349, 1);
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  EXPECT_EQ(frames_.count, 1);
+  SnapshotSetCheck(&snapshot_, 32, 0);
+  SnapshotSetNumber(&snapshot_, 349, 48);
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  EXPECT_EQ(frames_.count, 1);
+}
+
+// A frame per column: the last frame is a whole turn, the still picture
+// again, and a turn of p columns to the left is one of width - p to the
+// right.
+TEST_F(BackgroundFountain, TheGradientTurnsOnceRoundEitherWay) {
+  SnapshotSetText(&snapshot_, 23, "Loop");
+  SnapshotSetNumber(&snapshot_, 28, 12);
+  SnapshotSetNumber(&snapshot_, 349, 32760);
+  SnapshotSetCheck(&snapshot_, 32, 0);
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  const Pixels still = FramePixels(0);
+
+  SnapshotSetCheck(&snapshot_, 32, 1);
+  SnapshotSetNumber(&snapshot_, 11, 7);
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  const int width = still.width;
+  ASSERT_EQ(frames_.count, width);
+  const Pixels leftByOne = FramePixels(0);
+  EXPECT_NE(leftByOne.values, still.values);
+  EXPECT_EQ(FramePixels(width - 1).values, still.values);
+  for (std::uint32_t delay : Delays()) EXPECT_EQ(delay, 7u);  // no frame pauses
+
+  SnapshotSetNumber(&snapshot_, 354, 1);
+  ASSERT_EQ(Build(kBackgroundFountainRow), 1);
+  EXPECT_EQ(FramePixels(width - 2).values, leftByOne.values);
+  EXPECT_NE(FramePixels(0).values, leftByOne.values);
 }
 
 }  // namespace

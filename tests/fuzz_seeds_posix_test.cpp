@@ -1,6 +1,6 @@
 // Seed corpora for the fuzz targets, written by the readers' own writers
-// when LW_FUZZ_SEEDS names a folder: <folder>/settings_file and
-// <folder>/material_file, one file per seed.
+// when LW_FUZZ_SEEDS names a folder: <folder>/settings_file,
+// <folder>/material_file and <folder>/mtx, one file per seed.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -9,6 +9,7 @@
 #include <string>
 
 #include "fills/material.h"
+#include "fills/matrix_group.h"
 #include "plugin/settings.h"
 
 namespace {
@@ -43,15 +44,27 @@ void WriteMaterialSeeds(const fs::path& folder) {
   }
 }
 
+// An empty group, and one of a small tile and a wide one.
+void WriteMatrixSeeds(const fs::path& folder) {
+  MatrixTileList list;
+  ASSERT_EQ(MatrixGroupWrite((folder / "empty.mtx").c_str(), list, 1, 0), 1);
+  list.tiles = {DibNew(3, 2, nullptr, 24), DibNew(17, 1, nullptr, 24)};
+  ASSERT_EQ(MatrixGroupWrite((folder / "two.mtx").c_str(), list, 0, 0), 1);
+  MatrixTileListFree(&list);
+}
+
 TEST(FuzzSeeds, WrittenWhenAFolderIsNamed) {
   const char* target = std::getenv("LW_FUZZ_SEEDS");
   if (target == nullptr || target[0] == '\0') GTEST_SKIP() << "LW_FUZZ_SEEDS names no folder";
   fs::path settings = fs::path(target) / "settings_file";
   fs::path material = fs::path(target) / "material_file";
   fs::create_directories(settings);
+  fs::path matrix = fs::path(target) / "mtx";
   fs::create_directories(material);
+  fs::create_directories(matrix);
   WriteSettingsSeeds(settings);
   WriteMaterialSeeds(material);
+  WriteMatrixSeeds(matrix);
   EXPECT_EQ(fs::file_size(material / "kind0.mtrl"), kMaterialFileSize);
 }
 

@@ -1,8 +1,9 @@
 // The Windows reference host: a window with a status line and a progress bar
 // that loads the plug-in, runs its dialog with a host record of its own, and
 // answers the host codes: tasks become animated GIF files through the
-// portable reference host, status and progress show in its window, and code
-// 11 offers the system's colour box.
+// portable reference host, status and progress show in its window, code 11
+// offers the system's colour box, and codes 6 and 8 its file dialog and a
+// picture read through GDI+.
 #pragma once
 
 #include <windows.h>

@@ -1,13 +1,16 @@
 // The host codes as this host answers them. Tasks, comments and the start of
 // a Build go to the portable reference host, which writes the GIF; status
-// and progress also show in the window; the colour box is the system's.
+// and progress also show in the window; the colour box and the image file
+// dialog are the system's, and pictures are read through GDI+.
 #include <windows.h>
 
 #include <commctrl.h>
 #include <commdlg.h>
 
 #include <cstdio>
+#include <string>
 
+#include "host/image_reader.h"
 #include "host/lwhost/lwhost.h"
 #include "host/reference_host.h"
 
@@ -54,6 +57,28 @@ std::int64_t PickColour(ColourPickRecord* record) {
   return 1;
 }
 
+// The system's file dialog for a picture; the path goes into path, which
+// holds MAX_PATH bytes.
+std::int64_t PickImageFile(HWND owner, char* path) {
+  if (path == nullptr) return 0;
+  OPENFILENAMEA choice{};
+  choice.lStructSize = sizeof choice;
+  choice.hwndOwner = owner;
+  choice.lpstrFilter = "Pictures\0*.png;*.bmp;*.gif;*.jpg;*.jpeg;*.tif;*.tiff\0All files\0*.*\0";
+  choice.lpstrFile = path;
+  choice.nMaxFile = MAX_PATH;
+  choice.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
+  return GetOpenFileNameA(&choice) ? 1 : 0;
+}
+
+std::int64_t LoadImageFile(const char* path) {
+  std::string error;
+  DibHandle picture = path != nullptr ? ImageRead(path, &error) : nullptr;
+  if (picture == nullptr && path != nullptr) std::printf("image: %s: %s\n", path, error.c_str());
+  std::fflush(stdout);
+  return reinterpret_cast<std::int64_t>(picture);
+}
+
 }  // namespace
 
 void LwHostUseWindow(const HostWindow* window) { g_window = window; }
@@ -70,6 +95,12 @@ std::int64_t LwHostCallback(TaskRecord* task, std::uint32_t code, std::int64_t a
     case kHostPickColour:
       ReferenceHostCurrent().codes.push_back(code);
       return PickColour(reinterpret_cast<ColourPickRecord*>(pointerArgument));
+    case kHostPickImageFile:
+      ReferenceHostCurrent().codes.push_back(code);
+      return PickImageFile(reinterpret_cast<HWND>(argument), reinterpret_cast<char*>(pointerArgument));
+    case kHostLoadImageFile:
+      ReferenceHostCurrent().codes.push_back(code);
+      return LoadImageFile(reinterpret_cast<const char*>(pointerArgument));
     default:
       break;
   }

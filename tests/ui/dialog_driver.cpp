@@ -1,15 +1,16 @@
 // Drives the plug-in's dialog inside lwhost.exe from a second process, as a
-// user would: types a text, switches the effect, sets a panel number, then
-// presses Test and Build, or Cancel. Afterwards it checks the settings file
-// that the dialog wrote when it closed. The user's own settings file is put
-// back at the end.
+// user would: types a text, picks a tile in the tile dialog, switches the
+// effect, sets a panel number, then presses Test and Build, or Cancel.
+// Afterwards it checks the settings file that the dialog wrote when it
+// closed. The user's own settings file is put back at the end.
 //
 //   dialog_driver build|cancel HOST.exe PLUGIN.dll OUT_DIR
 //
 // In build mode it writes to OUT_DIR: host.log (the host's output), test.gif
 // (the Test run), build.gif (the Build run) and build.ini (the settings file
-// after the Build). Before pressing Test it creates shot.ready and waits up to
-// 15 s for shot.done, so that a screenshot can be taken of the dialog.
+// after the Build). With the tile dialog open it creates tiles.ready, and
+// before pressing Test shot.ready, and waits up to 15 s for tiles.done or
+// shot.done, so that a screenshot can be taken.
 // Every step is bounded; after 60 s in all the host is ended and the run fails.
 #include <windows.h>
 #include <shlobj.h>
@@ -29,6 +30,9 @@ constexpr int kBuildButton = 1, kCancelButton = 2, kTestButton = 35, kTextEdit =
 constexpr int kDelayUpDown = 10011, kTrueColourBox = 10, kSupercompressBox = 19, kTransparentBox = 46;
 constexpr int kFirstPanelId = 100, kLastPanelId = 638, kEffectSimple = 17, kSimpleFrames = 117, kFillSwatch = 101;
 constexpr int kColourBoxRed = 706, kColourBoxGreen = 707, kColourBoxBlue = 708;
+// Background Mural's tile button and the tile dialog's list, "+" and size text.
+constexpr int kEffectMural = 3, kTileButton = 357, kTileList = 102, kTileAdd = 103, kTileSize = 105;
+constexpr int kMessageBoxText = 101, kTileIndexMessage = 1425, kChosenTile = 2;
 
 DWORD g_start = 0;
 int g_failures = 0;
@@ -116,15 +120,70 @@ void CheckHostFlags(const Host& host, bool palette) {
         "the Delay range, True color, Transparent and Supercompress follow the host's flags");
 }
 
-HWND FindColourBox(const Host& host) {
+// A visible dialog of the host's other than the main one that has a control
+// of the id.
+HWND FindBoxWith(const Host& host, int id, HWND besides = nullptr) {
   for (HWND box = nullptr; (box = FindWindowExA(nullptr, box, "#32770", nullptr)) != nullptr;) {
     DWORD process = 0;
     GetWindowThreadProcessId(box, &process);
-    if (process == host.process.dwProcessId && box != host.dialog && IsWindowVisible(box) &&
-        GetDlgItem(box, kColourBoxRed) != nullptr)
+    if (process == host.process.dwProcessId && box != host.dialog && box != besides && IsWindowVisible(box) &&
+        GetDlgItem(box, id) != nullptr)
       return box;
   }
   return nullptr;
+}
+
+// Lets the script take the screen: name.ready, then up to 15 s for name.done.
+void Screenshot(const std::string& outDir, const std::string& name) {
+  std::ofstream(outDir + "\\" + name + ".ready") << "ready\n";
+  WaitFor([&] { return FileExists(outDir + "\\" + name + ".done"); }, 15000);
+}
+
+HWND FindColourBox(const Host& host) { return FindBoxWith(host, kColourBoxRed); }
+
+void ChooseEffect(const Host& host, int effect) {
+  SendMessageA(Item(host, kEffectList), CB_SETCURSEL, static_cast<WPARAM>(effect), 0);
+  SendMessageA(host.dialog, WM_COMMAND, MAKEWPARAM(kEffectList, CBN_CLOSEUP), LPARAM(Item(host, kEffectList)));
+  Settle(host.dialog);
+}
+
+std::string TextOf(HWND window) {
+  char text[512] = {};
+  GetWindowTextA(window, text, sizeof text);
+  return text;
+}
+
+// A click on Background Mural's tile opens the tile dialog on the primary
+// group, which refuses a new tile; a chosen cell and OK give the button that
+// tile's number.
+void ChooseTile(const Host& host, const std::string& outDir) {
+  ChooseEffect(host, kEffectMural);
+  PostMessageA(Item(host, kTileButton), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(8, 8));
+  PostMessageA(Item(host, kTileButton), WM_LBUTTONUP, 0, MAKELPARAM(8, 8));
+  HWND tiles = nullptr;
+  bool opened = WaitFor([&] { return (tiles = FindBoxWith(host, kTileList)) != nullptr; }, 10000);
+  Check(opened, "a click on the tile button opens the tile dialog");
+  if (!opened) return;
+  HWND list = GetDlgItem(tiles, kTileList);
+  Check(SendMessageA(list, LB_GETCOUNT, 0, 0) >= 6, "the tile dialog lists the primary group");
+  SendMessageA(list, LB_SETCURSEL, kChosenTile, 0);
+  SendMessageA(tiles, WM_COMMAND, MAKEWPARAM(kTileList, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+  Check(TextOf(GetDlgItem(tiles, kTileSize)).find(" x ") != std::string::npos, "the chosen tile's size shows");
+  Screenshot(outDir, "tiles");
+
+  PostMessageA(GetDlgItem(tiles, kTileAdd), BM_CLICK, 0, 0);
+  HWND refusal = nullptr;
+  WaitFor([&] { return (refusal = FindBoxWith(host, kMessageBoxText, tiles)) != nullptr; }, 10000);
+  Check(refusal != nullptr && TextOf(GetDlgItem(refusal, kMessageBoxText)).rfind("This file cannot be edited", 0) == 0,
+        "\"+\" on the primary group says it cannot be edited");
+  if (refusal != nullptr) PostMessageA(GetDlgItem(refusal, IDOK), BM_CLICK, 0, 0);
+  WaitFor([&] { return refusal == nullptr || IsWindow(refusal) == FALSE; }, 10000);
+
+  PostMessageA(GetDlgItem(tiles, IDOK), BM_CLICK, 0, 0);
+  Check(WaitFor([&] { return IsWindow(tiles) == FALSE; }, 10000), "the tile dialog closes on OK");
+  Settle(host.dialog);
+  Check(SendMessageA(Item(host, kTileButton), kTileIndexMessage, 0, 0) == kChosenTile,
+        "the tile button holds the chosen tile");
 }
 
 // A click on the face of the text's fill swatch opens the host's colour box
@@ -192,16 +251,14 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
     Check(!Enabled(host, kBuildButton) && Enabled(host, kTestButton), "an empty text disables Build but not Test");
     TypeText(Item(host, kTextEdit), "Wine UI");
     Check(Enabled(host, kBuildButton), "typing a text enables Build");
+    ChooseTile(host, outDir);
     for (int effect : {0, kEffectSimple}) {
-      SendMessageA(Item(host, kEffectList), CB_SETCURSEL, static_cast<WPARAM>(effect), 0);
-      SendMessageA(host.dialog, WM_COMMAND, MAKEWPARAM(kEffectList, CBN_CLOSEUP), LPARAM(Item(host, kEffectList)));
-      Settle(host.dialog);
+      ChooseEffect(host, effect);
       Check(IsWindowVisible(Item(host, kSimpleFrames)) == (effect == kEffectSimple), "the chosen effect's panel shows");
     }
     PickFillColour(host);
     TypeText(Item(host, kSimpleFrames), "6");
-    std::ofstream(outDir + "\\shot.ready") << "ready\n";
-    WaitFor([&] { return FileExists(outDir + "\\shot.done"); }, 15000);
+    Screenshot(outDir, "shot");
 
     PostMessageA(Item(host, kTestButton), BM_CLICK, 0, 0);
     Check(WaitFor([&] { return FileExists(gif); }, 40000), "Test writes a GIF");
@@ -219,6 +276,7 @@ int RunBuild(const std::string& hostPath, const std::string& plugin, const std::
   Check(HasSetting(settings, "MainText", "Wine UI"), "the settings file holds the typed text");
   Check(HasSetting(settings, "MainSimpleFrames", "6"), "the settings file holds the panel's frame count after Build");
   Check(HasSetting(settings, "MainEffect", "17"), "the settings file holds the effect");
+  Check(HasSetting(settings, "MainMuralIndex", "2"), "the settings file holds the chosen tile");
   std::string fill = ReadFile(FillPath());  // the solid colour is at offset 20
   Check(fill.size() >= 24 && fill.compare(20, 4, std::string("\xFF\0\0\0", 4)) == 0,
         "the fill swatch saved the picked colour");

@@ -1,7 +1,7 @@
 #!/bin/sh
 # The dialog under Wine on a virtual screen: the driver runs lwhost.exe twice,
-# once for Test and Build and once for Cancel; a screenshot is taken while the
-# dialog is open; the headless renderer renders the Build's settings, and the
+# once for Test and Build and once for Cancel; screenshots are taken while the
+# tile dialog and while the main dialog are open; the headless renderer renders the Build's settings, and the
 # GIFs are compared frame for frame.
 #   dialog_ui_test.sh WINE_RUN BUILD_DIR SOURCE_DIR OUT_DIR   (on an X display)
 set -u
@@ -23,13 +23,18 @@ plugin=$(windows_path "$build/lwmotio3.dll")
 
 timeout 90 "$wine_run" "$build/dialog_driver.exe" build "$host" "$plugin" "$win_out" > "$out/driver_build.txt" 2>&1 &
 driver=$!
-waited=0
-while [ ! -f "$out/shot.ready" ] && [ $waited -lt 600 ] && kill -0 $driver 2>/dev/null; do
-  sleep 0.1
-  waited=$((waited + 1))
-done
-[ -f "$out/shot.ready" ] && import -window root "$out/dialog.png"
-touch "$out/shot.done"
+# shoot NAME PICTURE: waits for NAME.ready, takes the screen, answers NAME.done.
+shoot() {
+  waited=0
+  while [ ! -f "$out/$1.ready" ] && [ $waited -lt 600 ] && kill -0 $driver 2>/dev/null; do
+    sleep 0.1
+    waited=$((waited + 1))
+  done
+  [ -f "$out/$1.ready" ] && import -window root "$out/$2"
+  touch "$out/$1.done"
+}
+shoot tiles tiles.png
+shoot shot dialog.png
 wait $driver
 build_status=$?
 
