@@ -1,5 +1,7 @@
 #include "fills/material.h"
 
+#include "fills/texture_types.h"
+
 namespace {
 
 int PaintSimple(MaterialRecord* record, DibHead* target) {
@@ -11,12 +13,19 @@ int PaintSimple(MaterialRecord* record, DibHead* target) {
 // No gradient rasteriser is built in yet: a gradient fill fails cleanly.
 int PaintGradient(MaterialRecord*, DibHead*) { return 0; }
 
-// Textures are generated on the square of the longer side. No generator is
-// built in yet, so a texture fill fails once it has its target.
+// A texture is never stretched: it is generated on the square of the longer
+// side and its middle is cut out, so a wide fill shows the same middle band
+// as a square one of the same width.
 int PaintTexture(MaterialRecord* record, DibHead* target) {
-  int side = target->biWidth > target->biHeight ? target->biWidth : target->biHeight;
+  int width = target->biWidth;
+  int height = target->biHeight;
+  int side = width > height ? width : height;
   record->texture.rectangle = {0, 0, side, side};
-  return 0;
+  DibOwner square(TextureGenerate(&record->texture));
+  DibLock lock(square.get());
+  if (lock.head == nullptr) return 0;
+  DibRegionCopy(target, 0, 0, lock.head, (side - width) / 2, (side - height) / 2, width, height);
+  return 1;
 }
 
 // No tile renderer is built in yet: a tile fill fails after taking its target.

@@ -169,10 +169,10 @@ TEST(MaterialRender, UnknownKindIsBlackAndUnbuiltKindsFailButSetTheirRectangle) 
   DibOwner black(MaterialRender(lock.record, 4, 4));
   ASSERT_NE(black, nullptr);
   EXPECT_EQ(MaterialAverageColour(black.get()), 0u);
-  lock.record->kind = kMaterialTexture;
+  lock.record->kind = kMaterialTile;
   EXPECT_EQ(MaterialRender(lock.record, 300, 100), nullptr);
-  EXPECT_EQ(lock.record->texture.rectangle.right, 300);
-  EXPECT_EQ(lock.record->texture.rectangle.bottom, 300);
+  EXPECT_EQ(lock.record->matrix.rectangle.right, 300);
+  EXPECT_EQ(lock.record->matrix.rectangle.bottom, 100);
 }
 
 TEST(MaterialAverageColour, TruncatesEachChannelsMean) {
