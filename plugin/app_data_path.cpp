@@ -24,3 +24,13 @@ const char* AppDataPath(const char* fileName) {
   }
   return path;
 }
+
+const char* DataFolderPath(const char* name) {
+  static char path[kAppDataPathSize];
+  char relative[kAppDataPathSize];
+  path[0] = '\0';
+  int length = std::snprintf(relative, sizeof relative, "Lettermotion 3\\%s", name);
+  if (length < 0 || length >= static_cast<int>(sizeof relative)) return path;
+  std::snprintf(path, sizeof path, "%s", AppDataPath(relative));
+  return path;
+}

@@ -8,5 +8,10 @@ int PlatformUserDataFolder(char* buffer, int size);
 // Whether the Shift key is down now. Never, without a keyboard.
 bool PlatformShiftHeld();
 
+// The machine's owner and organisation as the system records them, for the
+// headers of the files we write: "Unknown user" when there is no owner, an
+// empty organisation when there is none. Both are cut to fit.
+void PlatformMachineOwner(char* owner, int ownerSize, char* organisation, int organisationSize);
+
 // The folder separator of this platform's paths.
 extern const char kPlatformPathSeparator;

@@ -273,6 +273,12 @@ constexpr int kAppDataPathSize = 1024;
 // fileName separates folders on every platform.
 const char* AppDataPath(const char* fileName);
 
+// Path of name in the plug-in's data folder, "Lettermotion 3" in the maker's
+// folder: the home of the fill files and the texture and tile groups. A
+// static buffer of its own; empty when the folder cannot be had. An empty
+// name gives the folder itself, ending in a separator.
+const char* DataFolderPath(const char* name);
+
 // The settings file: AppDataPath("LWMOTIO3.INI") unless an explicit path was
 // given. SettingsUseFile(nullptr) goes back to the usual place.
 void SettingsUseFile(const char* path);
