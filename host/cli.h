@@ -11,3 +11,5 @@ int CliDescribe(int argc, char** argv);
 int CliSettings(int argc, char** argv);
 int CliRender(int argc, char** argv);
 int CliEffects(int argc, char** argv);
+int CliFill(int argc, char** argv);
+int CliGallery(int argc, char** argv);

@@ -12,6 +12,8 @@ constexpr CliCommand kCommands[] = {
     {"render", "render the current effect to an animated GIF (or PNG frames)", CliRender},
     {"effects", "list the effects by row", CliEffects},
     {"settings", "print the effective settings in LWMOTIO3.INI's format", CliSettings},
+    {"fill", "show or set the fill of a fill control", CliFill},
+    {"gallery", "render every built effect on built-in settings into a folder with index.html", CliGallery},
 };
 
 void PrintUsage(std::FILE* out) {

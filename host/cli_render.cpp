@@ -214,7 +214,7 @@ int RunRender(const RenderOptions& options) {
   SnapshotInit(&snapshot);
   snapshot.messagesToStderr = true;
   HostRecord host = ReferenceHostRecord();
-  RenderLoadDialog(&snapshot, host.hostFlags, options.customPalette, options.characterSpace);
+  RenderLoadDialog(&snapshot, host.hostFlags, options.customPalette, options.characterSpace, 1);
   const Controls* dialog = &snapshot.controls;
   const EffectEntry& effect = *CurrentEffect(dialog);
   int status = 0;

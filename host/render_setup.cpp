@@ -78,8 +78,9 @@ int RenderSetText(const std::string& utf8, std::string* error) {
   return 1;
 }
 
-void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace) {
-  SnapshotFromSettings(snapshot, hostFlags, 1);
+void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace,
+                      int useFiles) {
+  SnapshotFromSettings(snapshot, hostFlags, useFiles);
   SnapshotSetCheck(snapshot, kCustomPaletteBox, customPalette);
   SnapshotSetNumber(snapshot, kCharacterSpaceEdit, characterSpace);
 }

@@ -22,4 +22,7 @@ int RenderSetText(const std::string& utf8, std::string* error);
 
 // The dialog as it stands after start-up for a host with hostFlags, with
 // the two values that are not settings: Custom palette and Character space.
-void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace);
+// With useFiles 0 the fills keep their compiled-in values, as when Shift is
+// held while the dialog opens.
+void RenderLoadDialog(ControlsSnapshot* snapshot, unsigned hostFlags, int customPalette, int characterSpace,
+                      int useFiles);

@@ -2,12 +2,14 @@
 // Fonts are made from the LOGFONT that FontSpec mirrors, on the screen's
 // device context; strings are measured in an empty layout rectangle at the
 // origin with no format and drawn the same way, and the picture leaves
-// through a GDI bitmap.
+// through a GDI bitmap. Under Wine a measure leaves trailing blanks out, as
+// Windows' does.
 #include <windows.h>
 #include <objidl.h>
 #include <gdiplus.h>
 
 #include <cstring>
+#include <cwchar>
 
 #include "raster/dib_win32.h"
 #include "raster/gdi_backend.h"
@@ -50,6 +52,43 @@ struct GdiTextSession {
   GpGraphics* surface;
 };
 
+namespace {
+
+// Wine's GDI+ counts trailing blanks in a measured box whatever the format
+// flags say; Windows leaves them out. Wine is known by the export that only
+// its ntdll has.
+bool RunningUnderWine() {
+  static const bool wine = [] {
+    HMODULE ntdll = GetModuleHandleA("ntdll.dll");
+    return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
+  }();
+  return wine;
+}
+
+// Width of the string without padding. The generic typographic format
+// belongs to GDI+ and is never deleted.
+REAL TypographicWidth(GdiTextSession* session, const WCHAR* text, int length) {
+  static GpStringFormat* typographic = nullptr;
+  if (typographic == nullptr && GdipStringFormatGetGenericTypographic(&typographic) != Ok) return 0;
+  if (length == 0) return 0;
+  RectF layout(0, 0, 0, 0);
+  RectF box(0, 0, 0, 0);
+  GdipMeasureString(session->surface, text, length, session->font, &layout, typographic, &box, nullptr, nullptr);
+  return box.Width;
+}
+
+// What the trailing blanks add to a typographic measure: the text's width
+// less that of the text without them; 0 when it has none.
+REAL TrailingBlanksWidth(GdiTextSession* session, const WCHAR* text) {
+  int length = static_cast<int>(std::wcslen(text));
+  int kept = length;
+  while (kept > 0 && text[kept - 1] == L' ') --kept;
+  if (kept == length) return 0;
+  return TypographicWidth(session, text, length) - TypographicWidth(session, text, kept);
+}
+
+}  // namespace
+
 int GdiBackendStart(std::uint64_t* token) {
   GdiplusStartupInput input;  // version 1, no debug callback
   ULONG_PTR started = 0;
@@ -84,6 +123,7 @@ int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* heigh
   RectF box(0, 0, 0, 0);
   Status status = GdipMeasureString(session->surface, wide.chars, -1, session->font, &layout, nullptr, &box, nullptr,
                                     nullptr);
+  if (RunningUnderWine()) box.Width -= TrailingBlanksWidth(session, wide.chars);
   *width = static_cast<int>(box.Width);
   *height = static_cast<int>(box.Height);
   return status == Ok;

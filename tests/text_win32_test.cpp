@@ -1,10 +1,14 @@
 // The GDI+ engine behind the drawing service, run under Wine. Wine 8's GDI+
 // departs from Windows in ways these tests must not paper over, so they
-// check only what holds on both: a trailing blank is counted in a measured
-// box (a lone blank is wider than the padding, so advances come out smaller
-// than on Windows), the single-bit text hint is ignored (pictures stay grey
-// with antialias off), and a 54-pixel font reports a cell height of 55.
+// check only what holds on both: the single-bit text hint is ignored
+// (pictures stay grey with antialias off), and a 54-pixel font reports a
+// cell height of 55. Wine also counts trailing blanks in a measured box; the
+// engine takes them out again, so a lone blank is the padding alone and
+// advances are the font's own, as on Windows.
+#include <windows.h>
+
 #include <algorithm>
+#include <cstring>
 
 #include "tests/text_test_support.h"
 
@@ -50,6 +54,33 @@ TEST_F(GdiPlusText, MeasureSubtractsALoneBlankAboveCode32Only) {
     EXPECT_GT(box - blankBox, 0) << text;
   }
   EXPECT_GT(MeasuredWidth(style, "W"), MeasuredWidth(style, "i"));
+}
+
+// GDI's advance width of one character in the style's font.
+int GdiAdvance(const TextStyle& style, char c) {
+  LOGFONTA logfont;
+  std::memcpy(&logfont, &style.logfont, sizeof logfont);
+  HFONT font = CreateFontIndirectA(&logfont);
+  HDC dc = GetDC(nullptr);
+  HGDIOBJ previous = SelectObject(dc, font);
+  INT width = 0;
+  GetCharWidth32A(dc, static_cast<unsigned char>(c), static_cast<unsigned char>(c), &width);
+  SelectObject(dc, previous);
+  ReleaseDC(nullptr, dc);
+  DeleteObject(font);
+  return width;
+}
+
+TEST_F(GdiPlusText, AdvancesAreTheFontsOwnAndABlankIsThePaddingAlone) {
+  TextStyle style = Style("TIMES NEW ROMAN", 54, 1);
+  for (char c : {'W', 'i', 'n', 'e', 'U', 'I'}) {
+    char text[2] = {c, 0};
+    EXPECT_NEAR(MeasuredWidth(style, text), GdiAdvance(style, c), 2) << c;
+  }
+  // The box of a letter is its advance plus the padding; a blank's box is
+  // that padding and no more.
+  int paddedW = RasterOf(style, "W", 0xFFFFFF).width;
+  EXPECT_NEAR(MeasuredWidth(style, " "), paddedW - GdiAdvance(style, 'W'), 2);
 }
 
 TEST_F(GdiPlusText, WindowsFaceNamesAndStylesReachTheirFonts) {

@@ -1,0 +1,166 @@
+// lwmotio3 gallery: every built effect rendered on the compiled-in settings
+// (no settings file, no saved fills) into one folder, one GIF each, with an
+// index.html that shows them in a table.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "effects/effect.h"
+#include "host/cli.h"
+#include "host/data_folders.h"
+#include "host/reference_host.h"
+#include "host/render_setup.h"
+#include "plugin/build_pipeline.h"
+#include "plugin/host_call.h"
+#include "plugin/settings.h"
+#include "raster/gdi_command.h"
+
+namespace {
+
+struct GalleryEntry {
+  std::string name;
+  std::string file;
+  int frames;
+  long long bytes;
+  double seconds;
+};
+
+void PrintGalleryUsage(std::FILE* out) {
+  std::fprintf(out,
+               "usage: lwmotio3 gallery DIR\n"
+               "\n"
+               "Renders every built effect on the compiled-in settings (your settings file\n"
+               "and saved fills are not read) into DIR, one GIF each, and writes\n"
+               "DIR/index.html, a table of the effects with their frames, sizes and render\n"
+               "times. DIR is made if missing; files of the same names are replaced.\n");
+}
+
+int Fail(const std::string& message) {
+  std::fprintf(stderr, "lwmotio3 gallery: %s\n", message.c_str());
+  return 1;
+}
+
+// "Z-Axis Fountain" -> "z-axis-fountain.gif".
+std::string FileNameOf(const char* effectName) {
+  std::string name;
+  for (const char* c = effectName; *c != '\0'; ++c)
+    name += *c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
+  return name + ".gif";
+}
+
+long long FileBytes(const std::string& path) {
+  struct stat status {};
+  return stat(path.c_str(), &status) == 0 ? static_cast<long long>(status.st_size) : -1;
+}
+
+// One effect, as a render of it with built-in settings would make it. 1 if
+// the GIF was written.
+int RenderEffect(int row, const std::string& folder, GalleryEntry* entry) {
+  SettingsReset();
+  SettingStore(SettingFind("MainEffect"), std::to_string(row).c_str());
+  ControlsSnapshot snapshot;
+  SnapshotInit(&snapshot);
+  snapshot.messagesToStderr = true;
+  HostRecord host = ReferenceHostRecord();
+  RenderLoadDialog(&snapshot, host.hostFlags, 1, 90, 0);
+  entry->name = EffectTable[row].name;
+  entry->file = FileNameOf(EffectTable[row].name);
+  std::string path = folder + "/" + entry->file;
+  ReferenceHostReset(path, false);
+  auto start = std::chrono::steady_clock::now();
+  HostCall(&host, kHostBuildStarted);
+  int complete = BuildAnimation(&snapshot.controls, &host, 0);
+  entry->seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  const std::vector<std::uint32_t>& codes = ReferenceHostCurrent().codes;
+  entry->frames = static_cast<int>(std::count(codes.begin(), codes.end(), kHostAddImage));
+  entry->bytes = FileBytes(path);
+  SnapshotClear(&snapshot);
+  return complete != 0 && ReferenceHostCurrent().filesWritten == 1 ? 1 : 0;
+}
+
+std::string IndexPage(const std::vector<GalleryEntry>& entries) {
+  std::string page =
+      "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+      "<title>lwmotio3 gallery</title>\n<style>\n"
+      "body { font-family: sans-serif; margin: 2em; background: #fafafa; }\n"
+      "table { border-collapse: collapse; }\n"
+      "th, td { border: 1px solid #ccc; padding: 6px 10px; text-align: left; }\n"
+      "td.n { text-align: right; }\n"
+      "</style>\n</head>\n<body>\n<h1>lwmotio3 gallery</h1>\n"
+      "<p>Every built effect on the compiled-in settings, rendered by <code>lwmotio3 gallery</code>.</p>\n"
+      "<table>\n<tr><th>effect</th><th>animation</th><th>frames</th><th>bytes</th><th>render ms</th></tr>\n";
+  char row[1024];
+  for (const GalleryEntry& entry : entries) {
+    std::snprintf(row, sizeof row,
+                  "<tr><td>%s</td><td><img src=\"%s\" alt=\"%s\"></td><td class=\"n\">%d</td>"
+                  "<td class=\"n\">%lld</td><td class=\"n\">%.0f</td></tr>\n",
+                  entry.name.c_str(), entry.file.c_str(), entry.name.c_str(), entry.frames, entry.bytes,
+                  entry.seconds * 1000.0);
+    page += row;
+  }
+  return page + "</table>\n</body>\n</html>\n";
+}
+
+// Written beside the target and moved over it, so an old page stays whole
+// until the new one is.
+int WriteWhole(const std::string& path, const std::string& text) {
+  std::string temporary = path + ".tmp";
+  std::FILE* file = std::fopen(temporary.c_str(), "wb");
+  if (file == nullptr) return 0;
+  bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+  if (std::fclose(file) != 0 || !written || std::rename(temporary.c_str(), path.c_str()) != 0) {
+    std::remove(temporary.c_str());
+    return 0;
+  }
+  return 1;
+}
+
+int RenderGallery(const std::string& folder) {
+  std::string error;
+  if (!HostMakeFolder(folder, &error)) return Fail(error);
+  bool terminal = isatty(fileno(stderr)) != 0;
+  std::vector<GalleryEntry> entries;
+  GdiOp drawing{};
+  drawing.op = kGdiStart;
+  GdiCommand(&drawing);
+  int status = 0;
+  for (int row = 0; row < kEffectCount && status == 0; ++row) {
+    if (EffectTable[row].build == nullptr) continue;
+    if (terminal) std::fprintf(stderr, "\rrendering %-22s", EffectTable[row].name);
+    GalleryEntry entry;
+    if (RenderEffect(row, folder, &entry) == 0)
+      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder);
+    entries.push_back(entry);
+  }
+  drawing.op = kGdiStop;
+  GdiCommand(&drawing);
+  if (terminal) std::fprintf(stderr, "\r%40s\r", "");
+  if (status != 0) return status;
+  if (!WriteWhole(folder + "/index.html", IndexPage(entries)))
+    return Fail("cannot write '" + folder + "/index.html': " + std::strerror(errno));
+  if (terminal) std::fprintf(stderr, "wrote %zu effects and index.html to %s\n", entries.size(), folder.c_str());
+  return 0;
+}
+
+}  // namespace
+
+int CliGallery(int argc, char** argv) {
+  if (argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
+    PrintGalleryUsage(stdout);
+    return 0;
+  }
+  if (argc != 2 || argv[1][0] == '-') {
+    std::fprintf(stderr, "lwmotio3 gallery: %s (see lwmotio3 gallery --help)\n",
+                 argc < 2 ? "needs a folder" : argc > 2 ? "takes one folder" : "unknown option");
+    return 2;
+  }
+  return RenderGallery(argv[1]);
+}
