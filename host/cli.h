@@ -13,3 +13,4 @@ int CliRender(int argc, char** argv);
 int CliEffects(int argc, char** argv);
 int CliFill(int argc, char** argv);
 int CliGallery(int argc, char** argv);
+int CliTextures(int argc, char** argv);

@@ -9,6 +9,7 @@
 #include "effects/effect.h"
 #include "fills/material.h"
 #include "host/cli.h"
+#include "host/cli_textures.h"
 #include "host/data_folders.h"
 #include "host/web_colour.h"
 #include "plugin/control_table.h"
@@ -43,6 +44,7 @@ void PrintSolid(const MaterialRecord& record) { PrintColourLine("colour", record
 
 constexpr FillKindCommand kFillKinds[] = {
     {"solid", kMaterialSimple, "RRGGBB", SetSolid, PrintSolid},
+    {"texture", kMaterialTexture, "GROUP.fft INDEX", CliSetTextureFill, CliPrintTextureFill},
 };
 
 const FillKindCommand* FillKindByWord(const char* word) {
