@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 #include "raster/dib.h"
 
@@ -14,6 +13,7 @@ constexpr int kFountainMaxMarkers = 64;
 constexpr int kFountainNameSize = 261;
 constexpr std::uint32_t kFountainVersion = 0x04000001;
 constexpr std::uint32_t kFountainLongSize = 585;
+constexpr std::uint32_t kFountainShortSize = 581;
 constexpr std::uint32_t kFountainFlagPersist = 1;
 constexpr std::uint32_t kFountainFlagLooped = 2;
 inline constexpr char kFountainMagic[8] = {'B', 'R', 'N', 'D', 'F', 'O', 'U', 'N'};
@@ -41,6 +41,21 @@ struct FountainRecord {
   std::int32_t lastY;
 };
 
+// The short form, as the Material file holds it: no preview and no bar state.
+struct FountainShortRecord {
+  char magic[8];
+  std::uint32_t version;
+  std::uint32_t size;
+  std::uint32_t flags;
+  char name[kFountainNameSize];
+  std::uint32_t previewSlot;  // always zero
+  std::int32_t markerCount;
+  std::uint32_t startColour;
+  std::uint32_t endColour;
+  std::uint32_t markers[kFountainMaxMarkers];
+  std::uint8_t barState[28];  // always zero
+};
+
 struct FountainSpec {
   std::int32_t shape;  // 0 linear, 1 conical, 2 nested ellipses, 3 nested rectangles
   std::uint32_t startColour;
@@ -66,6 +81,10 @@ static_assert(offsetof(FountainRecord, outlineDrawn) == 561 && offsetof(Fountain
 static_assert(offsetof(FountainRecord, dragStartX) == 569 && offsetof(FountainRecord, dragStartY) == 573);
 static_assert(offsetof(FountainRecord, lastX) == 577 && offsetof(FountainRecord, lastY) == 581);
 static_assert(sizeof(FountainRecord) == kFountainLongSize);
+static_assert(offsetof(FountainShortRecord, previewSlot) == 281 && offsetof(FountainShortRecord, markerCount) == 285);
+static_assert(offsetof(FountainShortRecord, startColour) == 289 && offsetof(FountainShortRecord, endColour) == 293);
+static_assert(offsetof(FountainShortRecord, markers) == 297 && offsetof(FountainShortRecord, barState) == 553);
+static_assert(sizeof(FountainShortRecord) == kFountainShortSize);
 static_assert(offsetof(FountainSpec, startColour) == 4 && offsetof(FountainSpec, endColour) == 8);
 static_assert(offsetof(FountainSpec, edgePad) == 12 && offsetof(FountainSpec, centreX) == 16);
 static_assert(offsetof(FountainSpec, centreY) == 20 && offsetof(FountainSpec, midpoint) == 24);
@@ -75,27 +94,10 @@ static_assert(sizeof(FountainSpec) == 40 + kFountainLongSize);
 
 // Sets a record up: form 0 no markers, 1 one mid grey marker, 2 the rainbow.
 // The flags are left as they are.
-inline void FountainInit(FountainRecord* record, int form) {
-  static constexpr std::uint32_t kGrey[] = {0x80808080};
-  static constexpr std::uint32_t kRainbow[] = {0x20FF0000, 0x40FFFF00, 0x6000FF00, 0x8000FFFF,
-                                               0xA00000FF, 0xC0FF00FF, 0xE0CC0099};
-  std::memset(record->name, 0, sizeof record->name);
-  record->preview = nullptr;
-  std::memset(record->markers, 0, sizeof record->markers);
-  constexpr std::size_t kStateOffset = offsetof(FountainRecord, selectedMarker);
-  std::memset(reinterpret_cast<char*>(record) + kStateOffset, 0, sizeof(FountainRecord) - kStateOffset);
-  std::memcpy(record->magic, kFountainMagic, sizeof record->magic);
-  record->version = kFountainVersion;
-  record->size = kFountainLongSize;
-  record->startColour = 0;
-  record->endColour = 0xFFFFFFFF;
-  int count = 0;
-  if (form == 1) {
-    count = 1;
-    std::memcpy(record->markers, kGrey, sizeof kGrey);
-  } else if (form == 2) {
-    count = 7;
-    std::memcpy(record->markers, kRainbow, sizeof kRainbow);
-  }
-  record->markerCount = count;
-}
+void FountainInit(FountainRecord* record, int form);
+
+// The two forms into each other, field by field, into a cleared record with
+// its own size; the name is cut to 260 characters and the preview comes out
+// null.
+void FountainToShort(const FountainRecord* record, FountainShortRecord* image);
+void FountainFromShort(const FountainShortRecord* image, FountainRecord* record);

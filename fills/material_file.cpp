@@ -8,25 +8,9 @@
 
 namespace {
 
-constexpr std::uint32_t kFountainShortSize = 581;
 constexpr char kDataFolderName[] = "Lettermotion 3";
 
 #pragma pack(push, 1)
-// A FountainRecord as the Material file holds it: no preview and no bar state.
-struct FountainShortImage {
-  char magic[8];
-  std::uint32_t version;
-  std::uint32_t size;
-  std::uint32_t flags;
-  char name[kFountainNameSize];
-  std::uint32_t previewSlot;
-  std::int32_t markerCount;
-  std::uint32_t startColour;
-  std::uint32_t endColour;
-  std::uint32_t markers[kFountainMaxMarkers];
-  std::uint8_t barState[28];
-};
-
 // A MatrixRecord with its tile handle in a 4-byte slot.
 struct MatrixImage {
   char path[kMatrixPathSize];
@@ -45,7 +29,7 @@ struct MaterialFileImage {
   std::uint32_t colour;
   std::uint32_t state;
   std::uint8_t gradientHead[offsetof(FountainSpec, record)];
-  FountainShortImage fountain;
+  FountainShortRecord fountain;
   TextureRecord texture;
   MatrixImage matrix;
   std::uint32_t previewSlot;
@@ -54,10 +38,6 @@ struct MaterialFileImage {
 };
 #pragma pack(pop)
 
-static_assert(offsetof(FountainShortImage, previewSlot) == 281 && offsetof(FountainShortImage, markerCount) == 285);
-static_assert(offsetof(FountainShortImage, startColour) == 289 && offsetof(FountainShortImage, endColour) == 293);
-static_assert(offsetof(FountainShortImage, markers) == 297 && offsetof(FountainShortImage, barState) == 553);
-static_assert(sizeof(FountainShortImage) == kFountainShortSize);
 static_assert(offsetof(MaterialFileImage, size) == 8 && offsetof(MaterialFileImage, version) == 12);
 static_assert(offsetof(MaterialFileImage, kind) == 16 && offsetof(MaterialFileImage, colour) == 20);
 static_assert(offsetof(MaterialFileImage, state) == 24 && offsetof(MaterialFileImage, gradientHead) == 28);
@@ -74,19 +54,6 @@ template <std::size_t N>
 void CopyName(char (&to)[N], const char (&from)[N]) {
   std::memcpy(to, from, N - 1);
   to[N - 1] = '\0';
-}
-
-// The fields a FountainRecord and its short image share.
-template <typename To, typename From>
-void CopyFountainFields(To* to, const From& from) {
-  std::memcpy(to->magic, from.magic, sizeof to->magic);
-  to->version = from.version;
-  to->flags = from.flags;
-  CopyName(to->name, from.name);
-  to->markerCount = from.markerCount;
-  to->startColour = from.startColour;
-  to->endColour = from.endColour;
-  std::memcpy(to->markers, from.markers, sizeof to->markers);
 }
 
 // The fields a MaterialRecord and its file image share; the gradient is
@@ -111,8 +78,7 @@ void CopyMaterialFields(To* to, const From& from) {
 void MaterialToImage(MaterialFileImage* image, const MaterialRecord& record) {
   CopyMaterialFields(image, record);
   std::memcpy(image->gradientHead, &record.gradient, sizeof image->gradientHead);
-  CopyFountainFields(&image->fountain, record.gradient.record);
-  image->fountain.size = kFountainShortSize;
+  FountainToShort(&record.gradient.record, &image->fountain);
 }
 
 // Tile and preview come out null: handles in a file mean nothing.
@@ -120,8 +86,7 @@ void MaterialFromImage(MaterialRecord* record, const MaterialFileImage& image) {
   std::memset(record, 0, sizeof *record);
   CopyMaterialFields(record, image);
   std::memcpy(&record->gradient, image.gradientHead, sizeof image.gradientHead);
-  CopyFountainFields(&record->gradient.record, image.fountain);
-  record->gradient.record.size = kFountainLongSize;
+  FountainFromShort(&image.fountain, &record->gradient.record);
 }
 
 void MaterialInit(MaterialRecord* record, std::uint32_t colour) {

@@ -23,6 +23,12 @@ void GdiTextClose(GdiTextSession* session);
 // 0 (and a zero box) if it cannot be measured.
 int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* height);
 
+// The canvas behind GdiCanvasOpen and GdiCanvasClose, and one filled shape
+// on it: op is 4, 5 or 6 and its fill colour is not -1. 1 if drawn.
+GdiCanvas* GdiBackendCanvasOpen(int width, int height);
+DibHandle GdiBackendCanvasClose(GdiCanvas* canvas);
+int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op);
+
 // The string drawn in colour (COLORREF) on black, at the origin of a 24-bit
 // bitmap of the given size; antialias 0 draws with single-bit coverage.
 DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, int height, std::uint32_t colour,

@@ -67,14 +67,22 @@ std::intptr_t GdiText(GdiOp* op) {
   return result;
 }
 
+// Shapes are drawn only on a canvas; a fill of -1 draws nothing there.
+std::intptr_t GdiShape(GdiOp* op) {
+  if (op->canvas == nullptr) return 0;
+  std::uint32_t fill = op->op == kGdiPolygon ? op->polygonFill : op->shapeFill;
+  if (fill == 0xFFFFFFFF) return 1;
+  return GdiBackendCanvasFill(op->canvas, op);
+}
+
 struct GdiOpRow {
   std::uint32_t op;
   std::intptr_t (*run)(GdiOp* op);  // null: a picture operation not built yet
 };
 
 constexpr GdiOpRow kGdiOps[] = {
-    {kGdiStart, GdiStart},     {kGdiStop, GdiStop},         {kGdiLine, nullptr}, {kGdiEllipse, nullptr},
-    {kGdiRectangle, nullptr},  {kGdiPolygon, nullptr},      {kGdiText, GdiText}, {kGdiGradient, nullptr},
+    {kGdiStart, GdiStart},    {kGdiStop, GdiStop},       {kGdiLine, nullptr}, {kGdiEllipse, GdiShape},
+    {kGdiRectangle, GdiShape}, {kGdiPolygon, GdiShape},  {kGdiText, GdiText}, {kGdiGradient, nullptr},
 };
 
 }  // namespace
@@ -83,6 +91,45 @@ std::intptr_t GdiCommand(GdiOp* op) {
   for (const GdiOpRow& row : kGdiOps)
     if (row.op == op->op) return row.run != nullptr ? row.run(op) : 0;
   return 0;
+}
+
+GdiCanvas* GdiCanvasOpen(int width, int height) {
+  return width > 0 && height > 0 ? GdiBackendCanvasOpen(width, height) : nullptr;
+}
+
+DibHandle GdiCanvasClose(GdiCanvas* canvas) { return canvas != nullptr ? GdiBackendCanvasClose(canvas) : nullptr; }
+
+int GdiCanvasPolygon(GdiCanvas* canvas, const std::int32_t* points, int count, std::uint32_t colour) {
+  GdiOp op{};
+  op.op = kGdiPolygon;
+  op.canvas = canvas;
+  op.polygonPoints = points;
+  op.polygonCount = static_cast<std::uint32_t>(count);
+  op.polygonFill = colour;
+  op.polygonOutline = 0xFFFFFFFF;
+  return static_cast<int>(GdiCommand(&op));
+}
+
+namespace {
+
+int GdiCanvasBoxShape(GdiCanvas* canvas, std::uint32_t code, const DibRect& box, std::uint32_t colour) {
+  GdiOp op{};
+  op.op = code;
+  op.canvas = canvas;
+  op.bounds = box;
+  op.shapeFill = colour;
+  op.shapeOutline = 0xFFFFFFFF;
+  return static_cast<int>(GdiCommand(&op));
+}
+
+}  // namespace
+
+int GdiCanvasEllipse(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour) {
+  return GdiCanvasBoxShape(canvas, kGdiEllipse, box, colour);
+}
+
+int GdiCanvasRectangle(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour) {
+  return GdiCanvasBoxShape(canvas, kGdiRectangle, box, colour);
 }
 
 FontSpec FontSpecMake(const char* face, int height, int bold, int italic) {

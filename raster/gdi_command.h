@@ -65,6 +65,10 @@ enum GdiTextMode : std::uint32_t {
   kTextFilledPath = 4,
 };
 
+// A new zeroed 24-bit bitmap open for filled shapes, as a device context on
+// a bitmap is: operations 4, 5 and 6 with the canvas set draw into it.
+struct GdiCanvas;
+
 // One request. The caller clears the whole record and sets what the
 // operation reads.
 struct GdiOp {
@@ -104,12 +108,27 @@ struct GdiOp {
   std::uint32_t gradientColour1, gradientColour2;
   std::int32_t gradientAngle;
   std::int32_t gradientCentreX, gradientCentreY;
+  // With a canvas, ellipse (4), rectangle (5) and polygon (6) fill their
+  // shape there in shapeFill or polygonFill with no outline, by the
+  // platform's GDI rules, and give 1; the picture forms are not built.
+  GdiCanvas* canvas;
 };
 
 // Code outside 1 to 8: 0. Start and stop: 1. Text: 1 when measuring, the
-// new DibHandle when rasterising. Every other picture: a DibHandle or 0.
-// Start must come before any other operation, and stop after the last.
+// new DibHandle when rasterising. A shape on a canvas: 1 when drawn. Every
+// other picture: a DibHandle or 0. Start must come before any other operation, and stop after the last.
 std::intptr_t GdiCommand(GdiOp* op);
+
+// A canvas of width by height, or null. The block stays black until the close.
+GdiCanvas* GdiCanvasOpen(int width, int height);
+// Ends the drawing: the block of what was drawn, owned by the caller, or null
+// if it could not be had.
+DibHandle GdiCanvasClose(GdiCanvas* canvas);
+
+// One filled shape with no outline on a canvas, through GdiCommand: 1 if drawn.
+int GdiCanvasPolygon(GdiCanvas* canvas, const std::int32_t* points, int count, std::uint32_t colour);
+int GdiCanvasEllipse(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour);
+int GdiCanvasRectangle(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour);
 
 // The font a text operation uses: the record's own, else one made from its
 // face, size and style flags.
