@@ -1,5 +1,6 @@
 #include "fills/material.h"
 
+#include "fills/fountain.h"
 #include "fills/texture_types.h"
 
 namespace {
@@ -10,8 +11,12 @@ int PaintSimple(MaterialRecord* record, DibHead* target) {
   return 1;
 }
 
-// No gradient rasteriser is built in yet: a gradient fill fails cleanly.
-int PaintGradient(MaterialRecord*, DibHead*) { return 0; }
+int PaintGradient(MaterialRecord* record, DibHead* target) {
+  DibOwner gradient(FountainRender(target->biWidth, target->biHeight, &record->gradient));
+  DibLock lock(gradient.get());
+  if (lock.head == nullptr) return 0;
+  return DibRegionCopy(target, 0, 0, lock.head, 0, 0, target->biWidth, target->biHeight);
+}
 
 // A texture is never stretched: it is generated on the square of the longer
 // side and its middle is cut out, so a wide fill shows the same middle band

@@ -1,5 +1,6 @@
 #include "plugin/controls_startup.h"
 
+#include "fills/fountain_button.h"
 #include "fills/material.h"
 #include "plugin/control_table.h"
 #include "plugin/host_interface.h"
@@ -13,8 +14,8 @@ constexpr int kCharacterSpacingId = 34;
 constexpr const char* kCharacterSpacingStart = "90";
 
 // What each control holds before the table loads it: the up-downs' ranges
-// and the records the fill swatches make for themselves when created. The
-// gradient bars, the tile list and the noise swatch make theirs in their own
+// and the records the fill swatches and gradient bars make for themselves
+// when created. The tile list and the noise swatch make theirs in their own
 // set-up, which the headless dialog does not run yet.
 void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
   for (const ControlRow& row : ControlTable) {
@@ -22,6 +23,8 @@ void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
     if (row.kind == kControlCustom && row.subclass == kClassFillSwatch) {
       SnapshotSetData(snapshot, row.id, MaterialSetUp(row.id, static_cast<std::uint32_t>(row.param), useFiles));
     }
+    if (row.kind == kControlCustom && row.subclass == kClassGradientBar)
+      SnapshotSetData(snapshot, row.id, FountainSetUp(row.id, row.caption, row.limit, useFiles));
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "dialogkit/control_messages.h"
 #include "dialogkit/wells_win32.h"
+#include "fills/fountain_button_win32.h"
 #include "fills/material_swatch_win32.h"
 #include "plugin/control_table.h"
 #include "plugin/build_pipeline.h"
@@ -25,6 +26,8 @@ WNDPROC ClassProcedure(ControlClass subclass) {
   switch (subclass) {
     case kClassFillSwatch:
       return MaterialButtonProc;
+    case kClassGradientBar:
+      return FountainButtonProc;
     case kClassColourWell:
       return ColourWellProc;
     case kClassDirectionWell:

@@ -162,6 +162,17 @@ TEST(MaterialRender, SolidFillCoversEveryPixel) {
   EXPECT_EQ(MaterialAverageColour(dib.get()), 0x123456u);
 }
 
+TEST(MaterialRender, GradientFillRunsFromItsStartColourAtTheTop) {
+  MemOwner block(MaterialLoad("", 0x123456, 0));
+  RecordLock lock(block.get());
+  lock.record->kind = kMaterialGradient;
+  DibOwner dib(MaterialRender(lock.record, 30, 20));
+  ASSERT_NE(dib, nullptr);
+  DibLock image(dib.get());
+  EXPECT_LT(DibGetPixel(image.head, 15, 0) & 0xFF, 0x50);
+  EXPECT_GT(DibGetPixel(image.head, 15, 19) & 0xFF, 0xB0);
+}
+
 TEST(MaterialRender, UnknownKindIsBlackAndUnbuiltKindsFailButSetTheirRectangle) {
   MemOwner block(MaterialLoad("", 0x123456, 0));
   RecordLock lock(block.get());
