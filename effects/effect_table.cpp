@@ -1,6 +1,7 @@
 // The 21 effect rows in the order of the effect list, with each panel's
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
+#include "effects/dragon_skin.h"
 #include "effects/effect.h"
 #include "effects/simple.h"
 #include "fills/material.h"
@@ -143,7 +144,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
-    {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
+    {"Dragon Skin", DragonSkinPreview, DragonSkinBuild, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},

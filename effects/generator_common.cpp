@@ -1,5 +1,7 @@
 #include "effects/generator_common.h"
 
+#include "effects/effect.h"
+
 namespace {
 
 constexpr int kIdDelay = 11;
@@ -121,4 +123,14 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
   CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
+}
+
+int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
+  FrameRecord record{};
+  record.image = image;
+  record.delay = delay;
+  record.transparentIndex = -1;
+  if (FrameListAppend(context->frames, &record) == 1) return 1;
+  MemFree(image);
+  return 0;
 }

@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "plugin/controls.h"
+#include "plugin/host_interface.h"
 #include "raster/dib.h"
 
 constexpr int kEffectTextLimit = 260;  // the text edit holds at most this many bytes
@@ -95,3 +96,8 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+
+struct EffectContext;
+// Appends a finished frame with its delay, no transparency. On failure the
+// image is freed and 0 returned, which ends the build.
+int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay);

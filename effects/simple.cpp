@@ -4,7 +4,6 @@
 
 #include "effects/text_frame.h"
 #include "plugin/host_call.h"
-#include "raster/blur.h"
 
 namespace {
 
@@ -14,52 +13,6 @@ constexpr int kShadowFillId = 107;
 constexpr int kBackgroundId = 105;
 constexpr int kFramesId = 117;
 constexpr int kScrollId = 122;
-
-// The shadow: its fill, read relative to the shadow's place so that it moves
-// with the letters, through the (blurred) shadow mask.
-int CompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
-  DibOwner fill(RenderFillOf(dialog, kShadowFillId, frame.size.width, frame.size.height));
-  DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
-  if (fill == nullptr || mask == nullptr) return 0;
-  if (frame.look.softness > 0) {
-    mask.reset(GaussianBlur(mask.get(), frame.look.softness + 2));
-    if (mask == nullptr) return 0;
-  }
-  DibLock fillLock(fill.get());
-  DibLock maskLock(mask.get());
-  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
-  return 1;
-}
-
-// The text's fill, fixed to the frame, through the text mask.
-int CompositeText(const Controls* dialog, const TextFrame& frame, DibHead* picture, int x, int y) {
-  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
-  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
-  DibLock fillLock(fill.get());
-  DibLock maskLock(mask.get());
-  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFill(picture, fillLock.head, maskLock.head);
-  return 1;
-}
-
-int CompositeOutlineAt(const TextFrame& frame, DibHead* picture, int x, int y) {
-  DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
-  DibLock maskLock(mask.get());
-  if (maskLock.head == nullptr) return 0;
-  CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
-  return 1;
-}
-
-int AppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
-  FrameRecord record{};
-  record.image = image;
-  record.delay = delay;
-  record.transparentIndex = -1;
-  if (FrameListAppend(context->frames, &record) == 1) return 1;
-  MemFree(image);
-  return 0;
-}
 
 }  // namespace
 
@@ -74,13 +27,16 @@ DibHandle SimpleGenerate(EffectContext* context) {
   if (pictureLock.head == nullptr) return nullptr;
   int baseX = scroll->scrollX + frame.pad;
   int baseY = scroll->scrollY + frame.pad;
-  if (frame.look.shadowOn != 0 &&
-      CompositeShadow(dialog, frame, pictureLock.head, baseX + frame.place.shadowX, baseY + frame.place.shadowY) == 0)
+  if (frame.look.shadowOn != 0 && TextFrameShadow(dialog, frame, kShadowFillId, pictureLock.head,
+                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY) == 0)
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
-  if (CompositeText(dialog, frame, pictureLock.head, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && CompositeOutlineAt(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
+  DibLock fillLock(fill.get());
+  if (fillLock.head == nullptr || TextFrameText(frame, fillLock.head, pictureLock.head, textX, textY) == 0)
+    return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameOutline(frame, pictureLock.head, textX, textY) == 0) return nullptr;
   return picture.release();
 }
 
@@ -127,7 +83,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (rolling == 0) return AppendFrame(context, still, delay);
+  if (rolling == 0) return EffectAppendFrame(context, still, delay);
 
   int width = 0;
   int height = 0;
@@ -143,7 +99,7 @@ int SimpleBuild(EffectContext* context) {
     extra.scrollY = vertical ? steps[i].offset : 0;
     DibHandle image = SimpleGenerate(context);
     if (image == nullptr) return 0;
-    if (AppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    if (EffectAppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "fills/material.h"
+#include "raster/blur.h"
 
 int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
   ReadSharedControls(dialog, &frame->shared);
@@ -36,4 +37,36 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height) {
 
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
+}
+
+int TextFrameShadow(const Controls* dialog, const TextFrame& frame, int shadowFillId, DibHead* picture, int x,
+                    int y) {
+  DibOwner fill(RenderFillOf(dialog, shadowFillId, frame.size.width, frame.size.height));
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
+  if (fill == nullptr || mask == nullptr) return 0;
+  if (frame.look.softness > 0) {
+    mask.reset(GaussianBlur(mask.get(), frame.look.softness + 2));
+    if (mask == nullptr) return 0;
+  }
+  DibLock fillLock(fill.get());
+  DibLock maskLock(mask.get());
+  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
+  CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
+  return 1;
+}
+
+int TextFrameText(const TextFrame& frame, const DibHead* fill, DibHead* picture, int x, int y) {
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeFill(picture, fill, maskLock.head);
+  return 1;
+}
+
+int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y) {
+  DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  return 1;
 }

@@ -31,3 +31,15 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
+
+// The shadow: the fill of control shadowFillId, read relative to the
+// shadow's place (x, y) so that it moves with the letters, through the
+// shadow mask, blurred when the look is soft. 1, or 0 on a failure.
+int TextFrameShadow(const Controls* dialog, const TextFrame& frame, int shadowFillId, DibHead* picture, int x,
+                    int y);
+// The text: fill, fixed to the frame, through the text mask at (x, y) with
+// the look's fill level. 1, or 0 on a failure.
+int TextFrameText(const TextFrame& frame, const DibHead* fill, DibHead* picture, int x, int y);
+// The outline colour through the outline mask at (x, y), one pixel to the
+// left. 1, or 0 on a failure.
+int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y);

@@ -2,6 +2,7 @@
 
 #include "fills/fountain_button.h"
 #include "fills/material.h"
+#include "fills/noise_record.h"
 #include "plugin/control_table.h"
 #include "plugin/host_interface.h"
 
@@ -14,9 +15,9 @@ constexpr int kCharacterSpacingId = 34;
 constexpr const char* kCharacterSpacingStart = "90";
 
 // What each control holds before the table loads it: the up-downs' ranges
-// and the records the fill swatches and gradient bars make for themselves
-// when created. The tile list and the noise swatch make theirs in their own
-// set-up, which the headless dialog does not run yet.
+// and the records the fill swatches, gradient bars and the noise swatch make
+// for themselves when created. The tile list makes its own in its set-up,
+// which the headless dialog does not run yet.
 void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
   for (const ControlRow& row : ControlTable) {
     if (row.kind == kControlNumber) SnapshotSetText(snapshot, row.id + kUpDownIdOffset, row.paramText);
@@ -25,6 +26,8 @@ void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
     }
     if (row.kind == kControlCustom && row.subclass == kClassGradientBar)
       SnapshotSetData(snapshot, row.id, FountainSetUp(row.id, row.caption, row.limit, useFiles));
+    if (row.kind == kControlCustom && row.subclass == kClassNoiseSwatch)
+      SnapshotSetData(snapshot, row.id, NoiseSetUp(row.id, useFiles));
   }
 }
 
