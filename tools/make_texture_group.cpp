@@ -73,7 +73,8 @@ const Design kDesigns[] = {
        t->TextureType = 4;
        t->BackColour = 0x383838;
        t->ForeColour[0] = 0xE8E8E8;
-       t->CreaterCount = 600;
+       t->CreaterCount = 4000;
+       t->CreaterDepth = 2.0f;
      }},
     {"Red Planet", [](TextureRecord* t) {
        t->TextureType = 4;
