@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+#include "raster/global_memory.h"
+
 // The window procedure of the system's button class.
 WNDPROC ButtonClassProc();
 // Passes a message on to the button class.
@@ -31,3 +33,22 @@ LRESULT PaintWindow(HWND window, Painter paint) {
 // The number in the window text, and writing one as "%d".
 int WellNumber(HWND window);
 void WellNumberSet(HWND window, int number);
+
+// The data block a custom control keeps as its window's user data.
+inline MemHandle WindowBlock(HWND window) {
+  return reinterpret_cast<MemHandle>(GetWindowLongPtrA(window, GWLP_USERDATA));
+}
+
+// Locks a control's record for a scope; record is null without one.
+template <typename Record>
+struct WindowRecordLock {
+  explicit WindowRecordLock(HWND window)
+      : block(WindowBlock(window)), record(static_cast<Record*>(block != nullptr ? MemLock(block) : nullptr)) {}
+  ~WindowRecordLock() {
+    if (record != nullptr) MemUnlock(block);
+  }
+  WindowRecordLock(const WindowRecordLock&) = delete;
+  WindowRecordLock& operator=(const WindowRecordLock&) = delete;
+  MemHandle block;
+  Record* record;
+};

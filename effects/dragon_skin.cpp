@@ -31,25 +31,6 @@ int PrepareMap(const Controls* dialog, const FrameSize& size, DragonExtra* extra
   return 1;
 }
 
-// Each pixel of the map picks its colour from the palette turned by phase.
-DibHandle CycledFill(const DragonExtra& extra) {
-  DibLock map(extra.map);
-  if (map.head == nullptr) return nullptr;
-  int width = map.head->biWidth;
-  int height = map.head->biHeight;
-  DibOwner fill(DibNew(width, height, nullptr, 24));
-  DibLock lock(fill.get());
-  if (lock.head == nullptr) return nullptr;
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      int index = ((DibGetPixel(map.head, x, y) & 0xFF) + extra.phase) & 255;
-      const std::uint8_t* colour = extra.palette + 3 * index;
-      DibPutPixel(lock.head, x, y, colour[0] | colour[1] << 8 | colour[2] << 16);
-    }
-  }
-  return fill.release();
-}
-
 void FreeMap(DragonExtra* extra) {
   MemFree(extra->map);
   extra->map = nullptr;
@@ -65,7 +46,7 @@ DibHandle DragonSkinGenerate(EffectContext* context) {
   if (extra->ready == 0 && PrepareMap(dialog, frame.size, extra) == 0) return nullptr;
 
   DibOwner picture(RenderFillOf(dialog, kBackgroundId, frame.size.width, frame.size.height));
-  DibOwner fill(CycledFill(*extra));
+  DibOwner fill(NoisePaletteMap(extra->map, extra->palette, extra->phase));
   DibLock pictureLock(picture.get());
   DibLock fillLock(fill.get());
   if (pictureLock.head == nullptr || fillLock.head == nullptr) return nullptr;

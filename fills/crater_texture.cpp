@@ -129,13 +129,11 @@ void PaintSlopes(HeightMap& map, DibHead* bitmap, std::uint32_t layer) {
 }  // namespace
 
 DibHandle CraterTexture(TextureRecord* texture) {
-  int width = texture->rectangle.right - texture->rectangle.left;
-  int height = texture->rectangle.bottom - texture->rectangle.top;
-  DibOwner bitmap(DibNew(width, height, nullptr, 24));
+  DibOwner bitmap(TextureBackground(*texture));
   DibLock lock(bitmap.get());
   if (lock.head == nullptr) return nullptr;
-  for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x) DibPutPixel(lock.head, x, y, texture->BackColour);
+  int width = lock.head->biWidth;
+  int height = lock.head->biHeight;
   std::size_t cells = static_cast<std::size_t>(width) * height;
   HeightMap map{new (std::nothrow) std::uint16_t[cells], width, height};
   if (map.cells == nullptr) return nullptr;

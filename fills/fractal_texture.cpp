@@ -274,13 +274,11 @@ void FourierTransform2D(float* data, int n) {
 }
 
 DibHandle FractalTexture(TextureRecord* texture, int layers) {
-  int width = texture->rectangle.right - texture->rectangle.left;
-  int height = texture->rectangle.bottom - texture->rectangle.top;
-  DibOwner bitmap(DibNew(width, height, nullptr, 24));
+  DibOwner bitmap(TextureBackground(*texture));
   DibLock lock(bitmap.get());
   if (lock.head == nullptr) return nullptr;
-  for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x) DibPutPixel(lock.head, x, y, texture->BackColour);
+  int width = lock.head->biWidth;
+  int height = lock.head->biHeight;
   g_layer.mesh = TextureMeshSize(texture->MatrixSize);
   g_layer.fieldHeight = height;
   g_layer.fieldWidth = ((width > height ? width : height) + 1) & ~1;

@@ -23,20 +23,7 @@ constexpr int kInset = 2;
 constexpr UINT kSoftEdges = BF_RECT | BF_SOFT;  // 4111
 constexpr int kDarkLuminance = 129;
 
-MemHandle BlockOf(HWND window) { return reinterpret_cast<MemHandle>(GetWindowLongPtrA(window, GWLP_USERDATA)); }
-
-// Locks the window's record for a scope; record is null without one.
-struct SwatchLock {
-  explicit SwatchLock(HWND window)
-      : block(BlockOf(window)), record(static_cast<MaterialRecord*>(block ? MemLock(block) : nullptr)) {}
-  ~SwatchLock() {
-    if (record != nullptr) MemUnlock(block);
-  }
-  SwatchLock(const SwatchLock&) = delete;
-  SwatchLock& operator=(const SwatchLock&) = delete;
-  MemHandle block;
-  MaterialRecord* record;
-};
+using SwatchLock = WindowRecordLock<MaterialRecord>;
 
 RECT ArrowStrip(HWND window) {
   RECT strip;
@@ -231,7 +218,7 @@ void Paint(HWND window, HDC dc) {
 
 // Frees the preview and the tile, saves the file and frees the record.
 void Destroy(HWND window) {
-  MemHandle block = BlockOf(window);
+  MemHandle block = WindowBlock(window);
   if (block == nullptr) return;
   if (auto* record = static_cast<MaterialRecord*>(MemLock(block))) {
     record->preview = MemFree(record->preview);

@@ -93,9 +93,7 @@ int NoisePaletteFromGradient(const Controls* dialog, int id, std::uint8_t palett
   return 1;
 }
 
-DibHandle NoiseColourFromGradient259(const Controls* dialog, DibHandle grey) {
-  std::uint8_t palette[768] = {};
-  NoisePaletteFromGradient(dialog, kColouringGradientId, palette);
+DibHandle NoisePaletteMap(DibHandle grey, const std::uint8_t palette[768], int shift) {
   DibLock source(grey);
   if (source.head == nullptr) return nullptr;
   int width = source.head->biWidth;
@@ -105,9 +103,15 @@ DibHandle NoiseColourFromGradient259(const Controls* dialog, DibHandle grey) {
   if (target.head == nullptr) return nullptr;
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
-      int p = DibGetPixel(source.head, x, y) & 0xFF;
-      DibPutPixel(target.head, x, y, palette[3 * p] | palette[3 * p + 1] << 8 | palette[3 * p + 2] << 16);
+      const std::uint8_t* colour = palette + 3 * (((DibGetPixel(source.head, x, y) & 0xFF) + shift) & 255);
+      DibPutPixel(target.head, x, y, colour[0] | colour[1] << 8 | colour[2] << 16);
     }
   }
   return coloured.release();
+}
+
+DibHandle NoiseColourFromGradient259(const Controls* dialog, DibHandle grey) {
+  std::uint8_t palette[768] = {};
+  NoisePaletteFromGradient(dialog, kColouringGradientId, palette);
+  return NoisePaletteMap(grey, palette, 0);
 }

@@ -72,6 +72,10 @@ DibHandle MakeNoise(int width, int height, const NoiseRecord& record);
 // gradient or it cannot be drawn.
 int NoisePaletteFromGradient(const Controls* dialog, int id, std::uint8_t palette[768]);
 
+// A new 24-bit bitmap in which each pixel of grey takes the palette's colour
+// at (its low byte + shift) & 255; null on a failure.
+DibHandle NoisePaletteMap(DibHandle grey, const std::uint8_t palette[768], int shift);
+
 // The swatch's colouring: each grey pixel replaced by the colour of gradient
 // 259 at its red value.
 DibHandle NoiseColourFromGradient259(const Controls* dialog, DibHandle grey);

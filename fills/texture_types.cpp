@@ -17,3 +17,14 @@ DibHandle TextureGenerate(TextureRecord* texture) {
   if (texture->TextureType < 0 || texture->TextureType >= kTextureTypeCount) return nullptr;
   return TextureTypes[texture->TextureType].generate(texture);
 }
+
+DibHandle TextureBackground(const TextureRecord& texture) {
+  int width = texture.rectangle.right - texture.rectangle.left;
+  int height = texture.rectangle.bottom - texture.rectangle.top;
+  DibOwner bitmap(DibNew(width, height, nullptr, 24));
+  DibLock lock(bitmap.get());
+  if (lock.head == nullptr) return nullptr;
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) DibPutPixel(lock.head, x, y, texture.BackColour);
+  return bitmap.release();
+}

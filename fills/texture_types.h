@@ -23,6 +23,10 @@ DibHandle FractalTexture(TextureRecord* texture, int layers);
 DibHandle CraterTexture(TextureRecord* texture);
 DibHandle PerturbationTexture(TextureRecord* texture);
 
+// A new 24-bit bitmap of the record's target size with BackColour in every
+// pixel, or null: where the cloud and crater types start.
+DibHandle TextureBackground(const TextureRecord& texture);
+
 // The generator of the record's type at its target size; null for a type out
 // of range or a failed generator.
 DibHandle TextureGenerate(TextureRecord* texture);

@@ -8,17 +8,9 @@
 #include "fills/noise_record.h"
 #include "plugin/controls_startup.h"
 #include "tests/text_test_support.h"
+#include "tests/pixels_test_support.h"
 
 namespace {
-
-std::vector<std::int32_t> Pixels(DibHandle dib) {
-  std::vector<std::int32_t> pixels;
-  DibLock lock(dib);
-  if (lock.head == nullptr) return pixels;
-  for (int y = 0; y < lock.head->biHeight; ++y)
-    for (int x = 0; x < lock.head->biWidth; ++x) pixels.push_back(DibGetPixel(lock.head, x, y));
-  return pixels;
-}
 
 TEST(DragonSkinPhases, WholeTurnFromTheFirstStepToPhase256) {
   std::int32_t phases[kDragonPhasesMax];
@@ -39,10 +31,10 @@ TEST(MakeNoise, SameSeedSameMapAndTheDiscardedDrawsCount) {
   NoiseRecord record;
   NoiseDefaults(&record, "");
   DibOwner map(MakeNoise(64, 40, record));
-  std::vector<std::int32_t> first = Pixels(map.get());
+  std::vector<std::int32_t> first = PixelsOf(map.get());
   ASSERT_EQ(first.size(), 64u * 40u);
   DibOwner again(MakeNoise(64, 40, record));
-  EXPECT_EQ(Pixels(again.get()), first);
+  EXPECT_EQ(PixelsOf(again.get()), first);
   long black = 0;
   for (std::int32_t pixel : first) {
     ASSERT_EQ(pixel, (pixel & 0xFF) * 0x010101);
@@ -52,11 +44,11 @@ TEST(MakeNoise, SameSeedSameMapAndTheDiscardedDrawsCount) {
   EXPECT_LT(black, 64 * 40 * 4 / 5);
   record.dimensions = 2;
   DibOwner fewer(MakeNoise(64, 40, record));
-  EXPECT_NE(Pixels(fewer.get()), first);
+  EXPECT_NE(PixelsOf(fewer.get()), first);
   record.dimensions = 3;
   record.seed = 1000;
   DibOwner other(MakeNoise(64, 40, record));
-  EXPECT_NE(Pixels(other.get()), first);
+  EXPECT_NE(PixelsOf(other.get()), first);
 }
 
 TEST(NoiseRecordFile, WholeFilesReplaceTheDefaultsOthersAreIgnored) {
@@ -109,13 +101,13 @@ class DragonSkinEffect : public GdiStarted {
   }
   std::vector<std::int32_t> FramePixels(int index) {
     FrameRecord record;
-    return FrameRecordRead(&frames_, index, &record) ? Pixels(record.image) : std::vector<std::int32_t>{};
+    return FrameRecordRead(&frames_, index, &record) ? PixelsOf(record.image) : std::vector<std::int32_t>{};
   }
   std::vector<std::int32_t> Preview() {
     EffectContext preview = context_;
     DragonSkinPreview(&preview);
     DibOwner picture(preview.previewBitmap);
-    return Pixels(picture.get());
+    return PixelsOf(picture.get());
   }
 
   ControlsSnapshot snapshot_;

@@ -56,6 +56,7 @@ TEST_F(TextureFile, WritesSortedAndReadsBackWithABackup) {
   ASSERT_EQ(TextureFileWrite(path_.c_str(), group_), 1);
   EXPECT_EQ(ReadText(path_ + ".bak"), "previous version");
   std::string text = ReadText(path_);
+  std::erase(text, '\r');  // lines end as the platform's text mode ends them
   EXPECT_NE(text.find("\nWriteable=1\n"), std::string::npos);
   EXPECT_NE(text.find("\nForeColour3=1193046\nForeColour4="), std::string::npos);
   EXPECT_NE(text.find("\nCreaterCount=5000\nCreaterDepth=1.500000\nColorRed0=0.000000\n"), std::string::npos);

@@ -10,6 +10,7 @@
 #include "fills/material.h"
 #include "fills/texture_types.h"
 #include "raster/crt_random.h"
+#include "tests/pixels_test_support.h"
 
 namespace {
 
@@ -21,18 +22,9 @@ TextureRecord Defaults(int type, int width, int height) {
   return texture;
 }
 
-std::vector<std::int32_t> Pixels(DibHandle dib) {
-  std::vector<std::int32_t> pixels;
-  DibLock lock(dib);
-  if (lock.head == nullptr) return pixels;
-  for (int y = 0; y < lock.head->biHeight; ++y)
-    for (int x = 0; x < lock.head->biWidth; ++x) pixels.push_back(DibGetPixel(lock.head, x, y));
-  return pixels;
-}
-
 std::vector<std::int32_t> Render(TextureRecord texture) {
   DibOwner dib(TextureGenerate(&texture));
-  return Pixels(dib.get());
+  return PixelsOf(dib.get());
 }
 
 TEST(TextureMesh, RoundsUpToAPowerOfTwoWithinItsLimits) {
@@ -57,7 +49,7 @@ TEST(FourierTransform2D, MatchesAPlainTransformWithTheNegativeExponent) {
       for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
           sum += std::complex<double>(input[2 * (n * i + j) + 1], input[2 * (n * i + j) + 2]) *
-                 std::polar(1.0, -2 * M_PI * (k1 * i + k2 * j) / n);
+                 std::polar(1.0, -6.283185307179586 * (k1 * i + k2 * j) / n);
       EXPECT_NEAR(data[2 * (n * k1 + k2) + 1], sum.real(), 1e-3) << k1 << "," << k2;
       EXPECT_NEAR(data[2 * (n * k1 + k2) + 2], sum.imag(), 1e-3) << k1 << "," << k2;
     }
@@ -202,7 +194,7 @@ TEST(MaterialRenderTexture, CutsTheMiddleOfTheSquareAndRefusesUnknownTypes) {
   EXPECT_EQ(record->texture.rectangle.right, 300);
   EXPECT_EQ(record->texture.rectangle.bottom, 300);
   std::vector<std::int32_t> square = Render(record->texture);
-  std::vector<std::int32_t> band = Pixels(wide.get());
+  std::vector<std::int32_t> band = PixelsOf(wide.get());
   ASSERT_EQ(band.size(), 300u * 100u);
   EXPECT_TRUE(std::equal(band.begin(), band.end(), square.begin() + 300 * 100));
   record->texture.TextureType = 6;
