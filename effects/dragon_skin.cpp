@@ -13,8 +13,6 @@ constexpr int kNoiseId = 261;
 constexpr int kBackgroundId = 263;
 constexpr int kShadowFillId = 265;
 constexpr int kFramesId = 275;
-constexpr int kRollingId = 32;
-constexpr int kDelayId = 11;
 constexpr int kPhasesMin = 16;
 
 // The map and the gradient's colours, once for a build. A gradient that
@@ -50,13 +48,15 @@ DibHandle DragonSkinGenerate(EffectContext* context) {
   DibLock pictureLock(picture.get());
   DibLock fillLock(fill.get());
   if (pictureLock.head == nullptr || fillLock.head == nullptr) return nullptr;
-  if (frame.look.shadowOn != 0 && TextFrameShadow(dialog, frame, kShadowFillId, pictureLock.head,
-                                                  frame.pad + frame.place.shadowX, frame.pad + frame.place.shadowY) == 0)
+  if (frame.look.shadowOn != 0 &&
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
+                               frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
     return nullptr;
   int textX = frame.pad + frame.place.textX;
   int textY = frame.pad + frame.place.textY;
-  if (TextFrameText(frame, fillLock.head, pictureLock.head, textX, textY) == 0) return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutline(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
+    return nullptr;
   return picture.release();
 }
 
@@ -73,17 +73,14 @@ int DragonSkinPhases(int frames, std::int32_t phases[kDragonPhasesMax]) {
 
 int DragonSkinPreview(EffectContext* context) {
   DragonExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = DragonSkinGenerate(context);
+  RunEffectPreview(context, &extra, DragonSkinGenerate);
   FreeMap(&extra);
   return 1;
 }
 
 int DragonSkinBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, kRollingId);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, kDelayId));
+  const BuildTiming timing = ReadBuildTiming(dialog);
   int frames = ReadControlInt(dialog, kFramesId);
 
   DragonExtra extra{};
@@ -98,17 +95,15 @@ int DragonSkinBuild(EffectContext* context) {
   context->flags &= ~kEffectFlagStill;
 
   int result = 1;
-  if (rolling == 0) {
+  if (timing.rolling == 0) {
     context->flags |= kEffectFlagStill;
-    DibHandle image = DragonSkinGenerate(context);
-    result = image != nullptr && EffectAppendFrame(context, image, delay) != 0 ? 1 : 0;
+    result = AppendGeneratedFrame(context, DragonSkinGenerate, timing.delay);
   } else {
     std::int32_t phases[kDragonPhasesMax];
     int count = DragonSkinPhases(frames, phases);
     for (int i = 0; i < count && result != 0; ++i) {
       extra.phase = phases[i];
-      DibHandle image = DragonSkinGenerate(context);
-      result = image != nullptr && EffectAppendFrame(context, image, delay) != 0 ? 1 : 0;
+      result = AppendGeneratedFrame(context, DragonSkinGenerate, timing.delay);
       if (result != 0) HostProgress(context->host, i, count);
     }
   }

@@ -1,9 +1,15 @@
 // The 21 effect rows in the order of the effect list, with each panel's
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
+#include "effects/anaconda.h"
+#include "effects/doppler.h"
 #include "effects/dragon_skin.h"
 #include "effects/effect.h"
+#include "effects/mirage.h"
+#include "effects/radial_fountain.h"
 #include "effects/simple.h"
+#include "effects/stripes.h"
+#include "effects/zaxis_fountain.h"
 #include "fills/material.h"
 
 namespace {
@@ -137,25 +143,25 @@ std::int32_t BackgroundColourOf(const Controls* dialog) {
 
 // The effects' callbacks are filled in as each effect is written.
 const EffectEntry EffectTable[kEffectCount] = {
-    {"Anaconda", nullptr, nullptr, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
+    {"Anaconda", AnacondaPreview, AnacondaBuild, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
     {"Background Bubbles", nullptr, nullptr, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
     {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
     {"Background Mural", nullptr, nullptr, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
     {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
-    {"Doppler", nullptr, nullptr, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
+    {"Doppler", DopplerPreview, DopplerBuild, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", DragonSkinPreview, DragonSkinBuild, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
     {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
-    {"Mirage", nullptr, nullptr, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
+    {"Mirage", MiragePreview, MirageBuild, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
-    {"Radial Fountain", nullptr, nullptr, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
+    {"Radial Fountain", RadialFountainPreview, RadialFountainBuild, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
     {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
     {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
-    {"Stripes", nullptr, nullptr, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
-    {"Z-Axis Fountain", nullptr, nullptr, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
+    {"Stripes", StripesPreview, StripesBuild, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
+    {"Z-Axis Fountain", ZAxisFountainPreview, ZAxisFountainBuild, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };

@@ -1,7 +1,5 @@
 #include "effects/generator_common.h"
 
-#include "effects/effect.h"
-
 namespace {
 
 constexpr int kIdDelay = 11;
@@ -26,13 +24,15 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
   return (colour * level / 255 + pixel * (255 - level) / 255) & 0xFF;
 }
 
-// Walks the mask's rows from column firstX; a mask value at (x, y) lands in
-// the frame at (x - shiftLeft, y) with the colour that colourAt gives for (x, y).
+// Walks the mask's rows from column firstX; a mask value at (x, y), scaled
+// by fade / 255, lands in the frame at (x - shiftLeft, y) with the colour that
+// colourAt gives for (x, y).
 template <typename ColourAt>
-void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt) {
+void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt,
+                          int fade = kFullLevel) {
   for (int y = 0; y < mask->biHeight; ++y) {
     for (int x = firstX; x < mask->biWidth; ++x) {
-      int level = DibGetPixel(mask, x, y) & 0xFF;
+      int level = (DibGetPixel(mask, x, y) & 0xFF) * fade / 255;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
       int frameX = x - shiftLeft;
       std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
@@ -55,6 +55,14 @@ void ReadSharedControls(const Controls* dialog, SharedControls* shared) {
   shared->delay = ReadControlInt(dialog, kIdDelay);
   shared->pause = ReadControlInt(dialog, kIdPause);
   shared->rolling = ControlChecked(dialog, kIdRolling);
+}
+
+int ReadRecordText(const Controls* dialog, char* text, int always) {
+  int length = ControlText(dialog, kIdText, text, kEffectTextLimit + 1);
+  int end = length;
+  if (always != 0 || length > 0) text[end++] = ' ';
+  text[end] = 0;
+  return length;
 }
 
 void ReadPanelLook(const Controls* dialog, const PanelLookIds& ids, PanelLook* look) {
@@ -121,11 +129,15 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
   CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; });
 }
 
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
+  CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; }, level);
+}
+
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
   CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
 }
 
-int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
   FrameRecord record{};
   record.image = image;
   record.delay = delay;
@@ -133,4 +145,21 @@ int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t del
   if (FrameListAppend(context->frames, &record) == 1) return 1;
   MemFree(image);
   return 0;
+}
+
+int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay) {
+  DibHandle image = generate(context);
+  return image != nullptr ? AppendEffectFrame(context, image, delay) : 0;
+}
+
+BuildTiming ReadBuildTiming(const Controls* dialog) {
+  return {ControlChecked(dialog, kIdRolling), static_cast<std::uint32_t>(ReadControlInt(dialog, kIdDelay)),
+          static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause))};
+}
+
+int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*)) {
+  context->flags |= kEffectFlagPreview;
+  context->extra = extra;
+  context->previewBitmap = generate(context);
+  return 1;
 }

@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
+#include "effects/effect.h"
 #include "plugin/controls.h"
-#include "plugin/host_interface.h"
 #include "raster/dib.h"
 
 constexpr int kEffectTextLimit = 260;  // the text edit holds at most this many bytes
@@ -30,6 +30,11 @@ struct SharedControls {
 };
 
 void ReadSharedControls(const Controls* dialog, SharedControls* shared);
+
+// The text control into text (room for kEffectTextLimit + 2 bytes), for an
+// effect that keeps its text in its record. A blank is appended if always is
+// set or there is any text. Returns the length without that blank.
+int ReadRecordText(const Controls* dialog, char* text, int always);
 
 // Ids of an effect's look controls; 0 where the panel has no such control.
 struct PanelLookIds {
@@ -93,11 +98,28 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// As CompositeOutline, with each mask value first scaled to m * level / 255:
+// the outline fades with the text.
+void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level);
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
 
-struct EffectContext;
-// Appends a finished frame with its delay, no transparency. On failure the
-// image is freed and 0 returned, which ends the build.
-int EffectAppendFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+// Appends a frame with its delay (transparent index -1); the list owns it from
+// then on. On failure the frame is freed and 0 returned.
+int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay);
+
+// What every build callback reads first.
+struct BuildTiming {
+  int rolling;          // MainRolling: 1 animates, 0 makes one still frame
+  std::uint32_t delay;  // MainDelay, of every frame
+  std::uint32_t pause;  // MainPause, added where the animation rests
+};
+BuildTiming ReadBuildTiming(const Controls* dialog);
+
+// The preview's one call: sets the preview bit and the record, and leaves
+// the generator's picture in previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*));
+
+// Calls the generator and appends its frame with the delay: 0 if either fails.
+int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);

@@ -27,16 +27,18 @@ DibHandle SimpleGenerate(EffectContext* context) {
   if (pictureLock.head == nullptr) return nullptr;
   int baseX = scroll->scrollX + frame.pad;
   int baseY = scroll->scrollY + frame.pad;
-  if (frame.look.shadowOn != 0 && TextFrameShadow(dialog, frame, kShadowFillId, pictureLock.head,
-                                                  baseX + frame.place.shadowX, baseY + frame.place.shadowY) == 0)
+  if (frame.look.shadowOn != 0 &&
+      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, baseX + frame.place.shadowX,
+                               baseY + frame.place.shadowY, kShadowFillMoves) == 0)
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
   DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
   DibLock fillLock(fill.get());
-  if (fillLock.head == nullptr || TextFrameText(frame, fillLock.head, pictureLock.head, textX, textY) == 0)
+  if (fillLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0)
     return nullptr;
-  if (frame.look.outlineOn != 0 && TextFrameOutline(frame, pictureLock.head, textX, textY) == 0) return nullptr;
+  if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
+    return nullptr;
   return picture.release();
 }
 
@@ -64,17 +66,12 @@ int SimpleScrollPlan(int direction, int width, int height, int frames, ScrollSte
 
 int SimplePreview(EffectContext* context) {
   SimpleExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = SimpleGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, SimpleGenerate);
 }
 
 int SimpleBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  auto pause = static_cast<std::uint32_t>(ReadControlInt(dialog, 33));
+  const BuildTiming timing = ReadBuildTiming(dialog);
   int frames = ReadControlInt(dialog, kFramesId);
   int direction = ReadControlNumber(dialog, kScrollId);
 
@@ -83,7 +80,7 @@ int SimpleBuild(EffectContext* context) {
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);
   if (still == nullptr) return 0;
-  if (rolling == 0) return EffectAppendFrame(context, still, delay);
+  if (timing.rolling == 0) return AppendEffectFrame(context, still, timing.delay);
 
   int width = 0;
   int height = 0;
@@ -97,9 +94,7 @@ int SimpleBuild(EffectContext* context) {
   for (int i = 0; i < count; ++i) {
     extra.scrollX = vertical ? 0 : steps[i].offset;
     extra.scrollY = vertical ? steps[i].offset : 0;
-    DibHandle image = SimpleGenerate(context);
-    if (image == nullptr) return 0;
-    if (EffectAppendFrame(context, image, delay + (steps[i].pauses ? pause : 0)) == 0) return 0;
+    if (AppendGeneratedFrame(context, SimpleGenerate, timing.delay + (steps[i].pauses ? timing.pause : 0)) == 0) return 0;
     HostProgress(context->host, i, count);
   }
   return 1;

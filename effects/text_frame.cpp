@@ -5,26 +5,44 @@
 #include "fills/material.h"
 #include "raster/blur.h"
 
-int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
-  ReadSharedControls(dialog, &frame->shared);
-  ReadPanelLook(dialog, ids, &frame->look);
-  frame->place = ShadowPlacementFor(frame->look.direction, frame->look.offset);
-  frame->pad = FrameMargin(frame->shared.padding, frame->look.softness, frame->look.outlineOn);
-  if (frame->shared.textLength < 1) return 0;
+namespace {
 
-  std::memset(frame->text, 0, sizeof frame->text);
-  std::memset(frame->advances, 0, sizeof frame->advances);
-  std::memcpy(frame->text, frame->shared.text, frame->shared.textLength);
-  frame->text[frame->shared.textLength] = ' ';
-
+// Measures frame->text in the style of the shared controls and sizes the frame.
+void MeasureLaidText(const Controls* dialog, TextFrame* frame) {
   const SharedControls& shared = frame->shared;
+  std::memset(frame->advances, 0, sizeof frame->advances);
   frame->style = TextStyleMake(dialog->window, shared.fontName, shared.fontSize, shared.bold, shared.italic,
                                shared.antialias);
   TextMeasure(dialog->window, frame->text, frame->style, shared.characterSpace, &frame->textWidth,
               &frame->textHeight, frame->advances);
   frame->size = FrameSizeFor(frame->textWidth, frame->textHeight, frame->pad, frame->look.shadowOn,
                              frame->look.offset);
+}
+
+void ReadLook(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
+  ReadSharedControls(dialog, &frame->shared);
+  ReadPanelLook(dialog, ids, &frame->look);
+  frame->place = ShadowPlacementFor(frame->look.direction, frame->look.offset);
+  frame->pad = FrameMargin(frame->shared.padding, frame->look.softness, frame->look.outlineOn);
+}
+
+}  // namespace
+
+int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
+  ReadLook(dialog, ids, frame);
+  if (frame->shared.textLength < 1) return 0;
+  std::memset(frame->text, 0, sizeof frame->text);
+  std::memcpy(frame->text, frame->shared.text, frame->shared.textLength);
+  frame->text[frame->shared.textLength] = ' ';
+  MeasureLaidText(dialog, frame);
   return 1;
+}
+
+void TextFrameMeasureText(const Controls* dialog, const PanelLookIds& ids, const char* text, TextFrame* frame) {
+  ReadLook(dialog, ids, frame);
+  std::memset(frame->text, 0, sizeof frame->text);
+  std::strncpy(frame->text, text, kEffectTextLimit + 1);
+  MeasureLaidText(dialog, frame);
 }
 
 DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height) {
@@ -35,13 +53,15 @@ DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height) {
   return fill;
 }
 
+int FillIsSolid(const Controls* dialog, int id) { return EffectBackgroundColourOf(dialog, id) != -1 ? 1 : 0; }
+
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }
 
-int TextFrameShadow(const Controls* dialog, const TextFrame& frame, int shadowFillId, DibHead* picture, int x,
-                    int y) {
-  DibOwner fill(RenderFillOf(dialog, shadowFillId, frame.size.width, frame.size.height));
+int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y, ShadowFillPlace place) {
+  DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
   if (fill == nullptr || mask == nullptr) return 0;
   if (frame.look.softness > 0) {
@@ -51,11 +71,15 @@ int TextFrameShadow(const Controls* dialog, const TextFrame& frame, int shadowFi
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());
   if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
+  if (place == kShadowFillMoves)
+    CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
+  else
+    CompositeFill(picture, fillLock.head, maskLock.head);
   return 1;
 }
 
-int TextFrameText(const TextFrame& frame, const DibHead* fill, DibHead* picture, int x, int y) {
+int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y) {
+  if (fill == nullptr) return 0;
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
@@ -63,10 +87,33 @@ int TextFrameText(const TextFrame& frame, const DibHead* fill, DibHead* picture,
   return 1;
 }
 
-int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y) {
+int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y) {
+  DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
+  DibLock maskLock(mask.get());
+  if (maskLock.head == nullptr) return 0;
+  CompositeOutline(picture, colour, maskLock.head);
+  return 1;
+}
+
+namespace {
+
+int CompositeOutlineMask(const TextFrame& frame, DibHead* picture, int x, int y, int shiftLeft) {
   DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
-  CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  if (shiftLeft != 0)
+    CompositeOutlineShiftedLeft(picture, frame.look.outlineColour, maskLock.head);
+  else
+    CompositeOutline(picture, frame.look.outlineColour, maskLock.head);
   return 1;
+}
+
+}  // namespace
+
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y) {
+  return CompositeOutlineMask(frame, picture, x, y, 1);
+}
+
+int TextFrameCompositeOutline(const TextFrame& frame, DibHead* picture, int x, int y) {
+  return CompositeOutlineMask(frame, picture, x, y, 0);
 }

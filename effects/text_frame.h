@@ -25,21 +25,39 @@ struct TextFrame {
 // Fills the record from the controls. 0 for an empty text.
 int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame);
 
+// As TextFrameMeasure, but for an effect that keeps its text in its record:
+// the text is measured as it stands, its blank already appended, and an
+// empty text is measured too.
+void TextFrameMeasureText(const Controls* dialog, const PanelLookIds& ids, const char* text, TextFrame* frame);
+
 // The fill of control id rendered at width by height: a new 24-bit bitmap,
 // or null if the control holds no fill or the render fails.
 DibHandle RenderFillOf(const Controls* dialog, int id, int width, int height);
 
+// Whether control id holds a solid colour; such a fill looks the same
+// however it is moved.
+int FillIsSolid(const Controls* dialog, int id);
+
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
 
-// The shadow: the fill of control shadowFillId, read relative to the
-// shadow's place (x, y) so that it moves with the letters, through the
-// shadow mask, blurred when the look is soft. 1, or 0 on a failure.
-int TextFrameShadow(const Controls* dialog, const TextFrame& frame, int shadowFillId, DibHead* picture, int x,
-                    int y);
-// The text: fill, fixed to the frame, through the text mask at (x, y) with
-// the look's fill level. 1, or 0 on a failure.
-int TextFrameText(const TextFrame& frame, const DibHead* fill, DibHead* picture, int x, int y);
-// The outline colour through the outline mask at (x, y), one pixel to the
-// left. 1, or 0 on a failure.
-int TextFrameOutline(const TextFrame& frame, DibHead* picture, int x, int y);
+// How a shadow's fill lies under it: fixed to the frame, or read relative to
+// the shadow's place so that it moves with the letters.
+enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
+
+// The shadow step: the fill of control fillId at frame size through the
+// shadow mask at (x, y) at the shadow's level, blurred by softness + 2 when
+// soft. 0 on failure.
+int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y, ShadowFillPlace place);
+// The text step: fill (fixed to the frame) through the text mask at (x, y)
+// at the fill's level. 0 on failure or without a fill.
+int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
+// The text step in one colour through the text mask at (x, y) at the fill's
+// level. 0 on failure.
+int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y);
+// The outline step, the outline colour one pixel to the left of its mask
+// with the text's left top at (x, y). 0 on failure.
+int TextFrameCompositeOutlineLeft(const TextFrame& frame, DibHead* picture, int x, int y);
+// The outline step with the outline where its mask lies. 0 on failure.
+int TextFrameCompositeOutline(const TextFrame& frame, DibHead* picture, int x, int y);

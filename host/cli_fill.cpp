@@ -9,6 +9,7 @@
 #include "effects/effect.h"
 #include "fills/material.h"
 #include "host/cli.h"
+#include "host/cli_fill_gradient.h"
 #include "host/cli_textures.h"
 #include "host/data_folders.h"
 #include "host/web_colour.h"
@@ -44,6 +45,7 @@ void PrintSolid(const MaterialRecord& record) { PrintColourLine("colour", record
 
 constexpr FillKindCommand kFillKinds[] = {
     {"solid", kMaterialSimple, "RRGGBB", SetSolid, PrintSolid},
+    {"gradient", kMaterialGradient, kFillGradientArguments, FillGradientSet, FillGradientPrint},
     {"texture", kMaterialTexture, "GROUP.fft INDEX", CliSetTextureFill, CliPrintTextureFill},
 };
 
@@ -68,18 +70,11 @@ void PrintFillUsage(std::FILE* out) {
   std::fprintf(out,
                "\n"
                "Sets a fill as the fill swatch of the plug-in's dialog would, writing the\n"
-               "control's Material file in the data folder; later renders use it.\n"
+               "control's Material file in the data folder; later renders use it. A gradient\n"
+               "bar (such as 125 or 281) takes gradient with --from, --to and --marker only,\n"
+               "and keeps them in its Fountain file. With no marker a gradient has two\n"
+               "colours; with markers it is the multi-colour line.\n"
                "Colours are written RRGGBB, red first: FF0000 is red.\n");
-}
-
-int UsageError(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 fill: %s (see lwmotio3 fill --help)\n", message.c_str());
-  return 2;
-}
-
-int Fail(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 fill: %s\n", message.c_str());
-  return 1;
 }
 
 // The name of the effect whose panel holds control id, or "".
@@ -96,9 +91,8 @@ const char* LabelOf(int id) {
   return label != nullptr && label->kind == kControlLabel && label->caption != nullptr ? label->caption : "";
 }
 
-const ControlRow* FillSwatchRow(int id) {
-  const ControlRow* row = ControlRowFind(id);
-  return row != nullptr && row->subclass == kClassFillSwatch ? row : nullptr;
+bool IsFillRow(const ControlRow& row) {
+  return row.subclass == kClassFillSwatch || row.subclass == kClassGradientBar;
 }
 
 int ParseControlId(const char* text, int* id) {
@@ -111,15 +105,19 @@ int ParseControlId(const char* text, int* id) {
 
 int ListFillControls() {
   for (const ControlRow& row : ControlTable) {
-    if (row.subclass != kClassFillSwatch) continue;
+    if (!IsFillRow(row)) continue;
     std::printf("%4u  %-20s %s\n", row.id, EffectHolding(static_cast<int>(row.id)),
                 LabelOf(static_cast<int>(row.id)));
   }
   return 0;
 }
 
-void PrintFill(int id, const MaterialRecord& record, const char* path) {
+void PrintControl(int id) {
   std::printf("%-8s %d\n%-8s %s\n%-8s %s\n", "control", id, "effect", EffectHolding(id), "label", LabelOf(id));
+}
+
+void PrintFill(int id, const MaterialRecord& record, const char* path) {
+  PrintControl(id);
   const FillKindCommand* kind = FillKindByKind(record.kind);
   std::printf("%-8s %s\n", "kind", kind != nullptr ? kind->word : MaterialKinds[record.kind % kMaterialKindCount].name);
   if (kind != nullptr) kind->print(record);
@@ -138,26 +136,31 @@ int SaveReplacing(MemHandle block, const std::string& path, std::string* error) 
 }
 
 int ShowOrSetFill(int id, int argc, char** argv) {
-  const ControlRow* row = FillSwatchRow(id);
-  if (row == nullptr) return UsageError("control " + std::to_string(id) + " is not a fill (lwmotio3 fill lists them)");
+  const ControlRow* row = ControlRowFind(id);
+  if (row == nullptr || !IsFillRow(*row))
+    return FillUsageError("control " + std::to_string(id) + " is not a fill (lwmotio3 fill lists them)");
+  if (row->subclass == kClassGradientBar) {
+    if (argc == 0) PrintControl(id);
+    return FillBarShowOrSet(id, argc, argv);
+  }
   const FillKindCommand* kind = argc > 0 ? FillKindByWord(argv[0]) : nullptr;
-  if (argc > 0 && kind == nullptr) return UsageError(std::string("unknown fill kind '") + argv[0] + "'");
+  if (argc > 0 && kind == nullptr) return FillUsageError(std::string("unknown fill kind '") + argv[0] + "'");
 
   std::string error;
-  if (kind != nullptr && HostMakeDataFolders(&error) == 0) return Fail(error);
+  if (kind != nullptr && HostMakeDataFolders(&error) == 0) return FillFail(error);
   std::string path = MaterialPath(id);
-  if (path.empty()) return Fail("no application-data folder for the fill files");
+  if (path.empty()) return FillFail("no application-data folder for the fill files");
   MemOwner block(MaterialLoad(path.c_str(), static_cast<std::uint32_t>(row->param), 1));
   auto* record = static_cast<MaterialRecord*>(block != nullptr ? MemLock(block.get()) : nullptr);
-  if (record == nullptr) return Fail("Memory error");
+  if (record == nullptr) return FillFail("Memory error");
   int status = 0;
   if (kind == nullptr) {
     PrintFill(id, *record, path.c_str());
   } else if (kind->set(record, argc - 1, argv + 1, &error) == 0) {
-    status = UsageError(error);
+    status = FillUsageError(error);
   } else {
     record->kind = kind->kind;
-    status = SaveReplacing(block.get(), path, &error) != 0 ? 0 : Fail(error);
+    status = SaveReplacing(block.get(), path, &error) != 0 ? 0 : FillFail(error);
   }
   MemUnlock(block.get());
   return status;
@@ -172,6 +175,6 @@ int CliFill(int argc, char** argv) {
   }
   if (argc == 1) return ListFillControls();
   int id = 0;
-  if (ParseControlId(argv[1], &id) == 0) return UsageError(std::string("'") + argv[1] + "' is not a control id");
+  if (ParseControlId(argv[1], &id) == 0) return FillUsageError(std::string("'") + argv[1] + "' is not a control id");
   return ShowOrSetFill(id, argc - 2, argv + 2);
 }

@@ -7,6 +7,8 @@
 int PlatformUserDataFolder(char* buffer, int size);
 // Whether the Shift key is down now. Never, without a keyboard.
 bool PlatformShiftHeld();
+// Whether the Alt key is down now. Never, without a keyboard.
+bool PlatformAltHeld();
 
 // The machine's owner and organisation as the system records them, for the
 // headers of the files we write: "Unknown user" when there is no owner, an

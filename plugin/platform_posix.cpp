@@ -25,6 +25,7 @@ int PlatformUserDataFolder(char* buffer, int size) {
 }
 
 bool PlatformShiftHeld() { return false; }
+bool PlatformAltHeld() { return false; }
 
 // The full name of the account (the first field of its comment), else its
 // login name; the organisation from $ORGANIZATION, as news readers have it.

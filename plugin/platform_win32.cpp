@@ -22,6 +22,7 @@ int PlatformUserDataFolder(char* buffer, int size) {
 }
 
 bool PlatformShiftHeld() { return GetKeyState(VK_SHIFT) < 0; }
+bool PlatformAltHeld() { return GetKeyState(VK_MENU) < 0; }
 
 namespace {
 

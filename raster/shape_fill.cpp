@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <vector>
 
 namespace {
@@ -13,13 +14,15 @@ void FillSpan(DibHead* target, int y, int x0, int x1, std::uint32_t colour) {
   x1 = std::min(x1, static_cast<int>(target->biWidth));
   if (x0 >= x1) return;
   std::uint8_t* p = DibRow(target, y) + x0 * 3;
-  const auto blue = static_cast<std::uint8_t>(colour >> 16);
-  const auto green = static_cast<std::uint8_t>(colour >> 8);
-  const auto red = static_cast<std::uint8_t>(colour);
-  for (int x = x0; x < x1; ++x, p += 3) {
-    p[0] = blue;
-    p[1] = green;
-    p[2] = red;
+  p[0] = static_cast<std::uint8_t>(colour >> 16);
+  p[1] = static_cast<std::uint8_t>(colour >> 8);
+  p[2] = static_cast<std::uint8_t>(colour);
+  // The first pixel copied over the rest in doubling blocks.
+  const std::size_t total = static_cast<std::size_t>(x1 - x0) * 3;
+  for (std::size_t filled = 3; filled < total;) {
+    const std::size_t block = std::min(filled, total - filled);
+    std::memcpy(p + filled, p, block);
+    filled += block;
   }
 }
 
