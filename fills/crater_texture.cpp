@@ -57,7 +57,7 @@ void DrawCrater(HeightMap& map, int cx, int cy, double g, float power) {
   int avg = SquareMean(map, cx, cy, lev);
   int size = static_cast<int>(std::fmax(2.0, g));
   float rad = static_cast<float>(size);
-  double depth = std::pow(rad, power);
+  double depth = std::pow(static_cast<double>(rad), static_cast<double>(power));
   for (int y = cy - size; y <= cy + size; ++y) {
     if (y < 0 || y >= map.height) continue;
     for (int x = cx - size; x <= cx + size; ++x) {

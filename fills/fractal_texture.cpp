@@ -109,7 +109,7 @@ void BendField(float* field, int n, float power) {
   if (power == 1.0f) return;
   for (int k = 0; k < n * n; ++k) {
     float& value = field[2 * k + 1];
-    if (value > 0.0f) value = static_cast<float>(std::pow(value, power));
+    if (value > 0.0f) value = static_cast<float>(std::pow(static_cast<double>(value), static_cast<double>(power)));
   }
 }
 

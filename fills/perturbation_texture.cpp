@@ -35,8 +35,8 @@ void BuildNoiseTables(int seed) {
   CrtSrand(static_cast<unsigned>(seed));
   for (int i = 0; i < kNoiseSize; ++i) {
     float angle = static_cast<float>(CrtRand() * 6.2831854820251465 / 32767.0);
-    g_noise.sine[i] = std::sin(angle);
-    g_noise.cosine[i] = std::cos(angle);
+    g_noise.sine[i] = static_cast<float>(std::sin(static_cast<double>(angle)));
+    g_noise.cosine[i] = static_cast<float>(std::cos(static_cast<double>(angle)));
   }
   for (int i = 0; i < kNoiseSize; ++i) g_noise.perm[i] = i;
   // Entry 16 is still 0 and takes part in the first swap, so a value can go
