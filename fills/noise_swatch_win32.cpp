@@ -135,13 +135,8 @@ LRESULT CALLBACK NoiseSwatchProc(HWND window, UINT message, WPARAM wParam, LPARA
     case WM_COMMAND:
       Edit(window, LOWORD(wParam));
       return 0;
-    case WM_PAINT: {
-      PAINTSTRUCT paint;
-      HDC dc = BeginPaint(window, &paint);
-      Paint(window, dc);
-      EndPaint(window, &paint);
-      return 0;
-    }
+    case WM_PAINT:
+      return PaintWindow(window, [&](HDC dc) { Paint(window, dc); });
     case WM_ERASEBKGND:
       return 1;
     case WM_DESTROY:

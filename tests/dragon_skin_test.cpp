@@ -6,8 +6,7 @@
 
 #include "effects/dragon_skin.h"
 #include "fills/noise_record.h"
-#include "plugin/controls_startup.h"
-#include "tests/text_test_support.h"
+#include "tests/effect_test_support.h"
 #include "tests/pixels_test_support.h"
 
 namespace {
@@ -86,19 +85,8 @@ TEST(NoiseRecordFile, WholeFilesReplaceTheDefaultsOthersAreIgnored) {
   std::filesystem::remove_all(folder);
 }
 
-class DragonSkinEffect : public GdiStarted {
+class DragonSkinEffect : public EffectOnDefaults {
  protected:
-  void SetUp() override {
-    SettingsReset();
-    SnapshotInit(&snapshot_);
-    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
-    context_.dialog = &snapshot_.controls;
-    context_.frames = &frames_;
-  }
-  void TearDown() override {
-    FrameListFree(&frames_);
-    SnapshotClear(&snapshot_);
-  }
   std::vector<std::int32_t> FramePixels(int index) {
     FrameRecord record;
     return FrameRecordRead(&frames_, index, &record) ? PixelsOf(record.image) : std::vector<std::int32_t>{};
@@ -109,10 +97,6 @@ class DragonSkinEffect : public GdiStarted {
     DibOwner picture(preview.previewBitmap);
     return PixelsOf(picture.get());
   }
-
-  ControlsSnapshot snapshot_;
-  FrameList frames_{};
-  EffectContext context_{};
 };
 
 // The colours turn a whole way round: the last frame is the preview's phase
