@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <complex>
 #include <cstdint>
 #include <set>
@@ -89,6 +90,23 @@ TEST(FractalTexture, SameRecordSamePictureAndTheSeedMatters) {
   std::vector<std::int32_t> straight = Render(texture);
   texture.Power[0] = 0.75f;
   EXPECT_NE(Render(texture), straight);
+}
+
+// The spectral parameter is 3 - Dimension1: a larger dimension flattens the
+// spectrum and roughens the clouds (4.0 is white noise).
+TEST(FractalTexture, AHigherDimensionIsRougher) {
+  auto roughness = [](float dimension) {
+    TextureRecord texture = Defaults(0, 64, 64);
+    texture.Dimension[0] = dimension;
+    texture.BackColour = 0;
+    texture.ForeColour[0] = 0xFFFFFF;
+    std::vector<std::int32_t> pixels = Render(texture);
+    long sum = 0;
+    for (int y = 0; y < 64; ++y)
+      for (int x = 1; x < 64; ++x) sum += std::abs((pixels[y * 64 + x] & 0xFF) - (pixels[y * 64 + x - 1] & 0xFF));
+    return sum;
+  };
+  EXPECT_GT(roughness(4.0f), 2 * roughness(2.15f));
 }
 
 // The field is as wide as the longer side rounded up to even: 101 and 102
