@@ -2,12 +2,20 @@
 // control ids. A number edit is followed by its up-down companion (+ U); the
 // panel's labels close the list.
 #include "effects/anaconda.h"
+#include "effects/background_mural.h"
+#include "effects/chaos.h"
 #include "effects/doppler.h"
 #include "effects/dragon_skin.h"
 #include "effects/effect.h"
+#include "effects/framework.h"
+#include "effects/hot_lead.h"
+#include "effects/liquid_metal.h"
 #include "effects/mirage.h"
+#include "effects/odometer.h"
 #include "effects/radial_fountain.h"
+#include "effects/runway.h"
 #include "effects/simple.h"
+#include "effects/spiral.h"
 #include "effects/stripes.h"
 #include "effects/zaxis_fountain.h"
 #include "fills/material.h"
@@ -146,22 +154,22 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Anaconda", AnacondaPreview, AnacondaBuild, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
     {"Background Bubbles", nullptr, nullptr, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
     {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
-    {"Background Mural", nullptr, nullptr, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
+    {"Background Mural", MuralPreview, MuralBuild, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
     {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
-    {"Chaos", nullptr, nullptr, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
+    {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", DopplerPreview, DopplerBuild, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", DragonSkinPreview, DragonSkinBuild, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
-    {"Framework", nullptr, nullptr, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
-    {"Hot Lead", nullptr, nullptr, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
+    {"Framework", FrameworkPreview, FrameworkBuild, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
+    {"Hot Lead", HotLeadPreview, HotLeadBuild, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
-    {"Liquid Metal", nullptr, nullptr, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
+    {"Liquid Metal", LiquidMetalPreview, LiquidMetalBuild, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", MiragePreview, MirageBuild, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
-    {"Odometer", nullptr, nullptr, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
+    {"Odometer", OdometerPreview, OdometerBuild, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
     {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
     {"Radial Fountain", RadialFountainPreview, RadialFountainBuild, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
-    {"Runway", nullptr, nullptr, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
+    {"Runway", RunwayPreview, RunwayBuild, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},
-    {"Spiral", nullptr, nullptr, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
+    {"Spiral", SpiralPreview, SpiralBuild, BackgroundColourOf<245>, kSpiralControls, nullptr, "MainSpiral", 245},
     {"Stripes", StripesPreview, StripesBuild, BackgroundColourOf<428>, kStripesControls, nullptr, "MainStripes", 428},
     {"Z-Axis Fountain", ZAxisFountainPreview, ZAxisFountainBuild, BackgroundColourOf<127>, kZAxisFountainControls, nullptr, "MainFountain", 127},
 };

@@ -24,19 +24,28 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
   return (colour * level / 255 + pixel * (255 - level) / 255) & 0xFF;
 }
 
-// Walks the mask's rows from column firstX; a mask value at (x, y), scaled
-// by fade / 255, lands in the frame at (x - shiftLeft, y) with the colour that
-// colourAt gives for (x, y).
+// Where a compositing loop starts in the mask, where its values land, and
+// the level that scales each mask value first (255 keeps it).
+struct MaskWalk {
+  int firstX;
+  int firstY;
+  int moveX;  // a mask value at (x, y) lands in the frame at (x + moveX, y + moveY)
+  int moveY;
+  int scale;
+};
+
+// Walks the mask's rows and columns from walk's first row and column, with
+// the colour that colourAt gives for mask place (x, y).
 template <typename ColourAt>
-void CompositeThroughMask(DibHead* frame, const DibHead* mask, int firstX, int shiftLeft, ColourAt colourAt,
-                          int fade = kFullLevel) {
-  for (int y = 0; y < mask->biHeight; ++y) {
-    for (int x = firstX; x < mask->biWidth; ++x) {
-      int level = (DibGetPixel(mask, x, y) & 0xFF) * fade / 255;
+void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, ColourAt colourAt) {
+  for (int y = walk.firstY; y < mask->biHeight; ++y) {
+    for (int x = walk.firstX; x < mask->biWidth; ++x) {
+      int level = (DibGetPixel(mask, x, y) & 0xFF) * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
-      int frameX = x - shiftLeft;
-      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, y));
-      DibPutPixel(frame, frameX, y, BlendPixel(colourAt(x, y), pixel, level));
+      int frameX = x + walk.moveX;
+      int frameY = y + walk.moveY;
+      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
+      DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x, y), pixel, level));
     }
   }
 }
@@ -101,6 +110,8 @@ int FrameMargin(int padding, int softness, int outlineOn) {
   return pad;
 }
 
+int SpreadMargin(int fontSize) { return fontSize / 5 > 2 ? fontSize / 5 : 2; }
+
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset) {
   const int shadowGrowth = shadowOn != 0 ? offset : 0;
   return {textWidth + 2 * pad + shadowGrowth, textHeight + 2 * pad + shadowGrowth};
@@ -120,21 +131,35 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask) {
 }
 
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY) {
-  CompositeThroughMask(frame, mask, 0, 0, [&](int x, int y) {
-    return static_cast<std::uint32_t>(DibGetPixel(fill, x - placeX, y - placeY));
+  CompositeFillScaled(frame, fill, mask, {0, 0, placeX, placeY, kFullLevel});
+}
+
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk) {
+  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, 0, walk.level}, [&](int x, int y) {
+    return static_cast<std::uint32_t>(DibGetPixel(fill, x - walk.fillX, y - walk.fillY));
   });
 }
 
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; });
+  CompositeOutlineFaded(frame, colour, mask, kFullLevel);
 }
 
 void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
-  CompositeThroughMask(frame, mask, 0, 0, [colour](int, int) { return colour; }, level);
+  CompositeThroughMask(frame, mask, {0, 0, 0, 0, level}, [colour](int, int) { return colour; });
 }
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, 1, 1, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, {1, 0, -1, 0, kFullLevel}, [colour](int, int) { return colour; });
+}
+
+void CompositeFillAt(DibHead* frame, const DibHead* fill, const DibHead* mask, int left, int top) {
+  CompositeThroughMask(frame, mask, {0, 0, left, top, kFullLevel}, [&](int x, int y) {
+    return static_cast<std::uint32_t>(DibGetPixel(fill, x + left, y + top));
+  });
+}
+
+void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level) {
+  CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
 }
 
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
@@ -147,7 +172,7 @@ int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t del
   return 0;
 }
 
-int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay) {
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay) {
   DibHandle image = generate(context);
   return image != nullptr ? AppendEffectFrame(context, image, delay) : 0;
 }
@@ -157,7 +182,7 @@ BuildTiming ReadBuildTiming(const Controls* dialog) {
           static_cast<std::uint32_t>(ReadControlInt(dialog, kIdPause))};
 }
 
-int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*)) {
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate) {
   context->flags |= kEffectFlagPreview;
   context->extra = extra;
   context->previewBitmap = generate(context);

@@ -82,6 +82,10 @@ struct FrameSize {
   int height;
 };
 
+// The further margin of the effects whose layers spread beyond the letters:
+// a fifth of the font size, at least 2.
+int SpreadMargin(int fontSize);
+
 // The offset counts only with the shadow on.
 FrameSize FrameSizeFor(int textWidth, int textHeight, int pad, int shadowOn, int offset);
 
@@ -96,6 +100,20 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// Which part of a mask a fill goes through and how: the loop starts at mask
+// column firstX and row firstY, reads the fill at (x - fillX, y - fillY), and
+// scales each mask value by level / 255 (truncating) before the blend.
+struct FillWalk {
+  int firstX;
+  int firstY;
+  int fillX;
+  int fillY;
+  int level;
+};
+void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk);
+// Blends the fill, read at the frame's own coordinates, through a mask laid
+// with its left top at (left, top).
+void CompositeFillAt(DibHead* frame, const DibHead* fill, const DibHead* mask, int left, int top);
 // Blends one colour through the mask at its own coordinates.
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask);
 // As CompositeOutline, with each mask value first scaled to m * level / 255:
@@ -104,6 +122,11 @@ void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* 
 // Blends one colour with the outline one pixel to the left: the mask at
 // (x, y), x from 1, goes into the frame at (x - 1, y).
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask);
+// Blends one colour through a single letter's outline ring, laid as the
+// letter's mask at (left, top) is: the ring's value at (i + 1, j + 1), times
+// level / 255, lands at (left + i, top + j). The ring's top row and left
+// column go unused, so the outline shows only right of and below the glyph.
+void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level);
 
 // Appends a frame with its delay (transparent index -1); the list owns it from
 // then on. On failure the frame is freed and 0 returned.
@@ -117,9 +140,13 @@ struct BuildTiming {
 };
 BuildTiming ReadBuildTiming(const Controls* dialog);
 
-// The preview's one call: sets the preview bit and the record, and leaves
-// the generator's picture in previewBitmap. Always 1.
-int RunEffectPreview(EffectContext* context, void* extra, DibHandle (*generate)(EffectContext*));
+// An effect's generator: one new 24-bit frame for the context, or null.
+using EffectGenerator = DibHandle (*)(EffectContext* context);
+
+// The preview's one call: sets the preview bit and the record (already
+// holding the preview's values), and leaves the generator's picture in
+// previewBitmap. Always 1.
+int RunEffectPreview(EffectContext* context, void* extra, EffectGenerator generate);
 
 // Calls the generator and appends its frame with the delay: 0 if either fails.
-int AppendGeneratedFrame(EffectContext* context, DibHandle (*generate)(EffectContext*), std::uint32_t delay);
+int AppendGeneratedFrame(EffectContext* context, EffectGenerator generate, std::uint32_t delay);

@@ -107,17 +107,14 @@ int RadialFountainFrameCount(int frames) {
 int RadialFountainPreview(EffectContext* context) {
   RadialExtra extra{};
   extra.dialog = context->dialog;
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = RadialFountainGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, RadialFountainGenerate);
 }
 
 int RadialFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  ReadControlInt(dialog, 33);  // the pause: this effect never rests
+  BuildTiming timing = ReadBuildTiming(dialog);  // the pause is read but this effect never rests
+  int rolling = timing.rolling;
+  std::uint32_t delay = timing.delay;
   int frames = ReadControlInt(dialog, kFramesId);
 
   RadialExtra extra{};

@@ -39,8 +39,7 @@ DibHandle PatternFor(const Controls* dialog, const TextFrame& frame, int band, i
 int BuildFrames(EffectContext* context, StripesExtra* extra, int frames, std::uint32_t delay) {
   for (int phase = 0; phase < frames; ++phase) {
     extra->phase = phase;
-    DibHandle image = StripesGenerate(context);
-    if (image == nullptr || AppendEffectFrame(context, image, delay) == 0) return 0;
+    if (AppendGeneratedFrame(context, StripesGenerate, delay) == 0) return 0;
     HostProgress(context->host, phase, frames);
   }
   return 1;
@@ -84,16 +83,14 @@ DibHandle StripesGenerate(EffectContext* context) {
 
 int StripesPreview(EffectContext* context) {
   StripesExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = StripesGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, StripesGenerate);
 }
 
 int StripesBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
+  BuildTiming timing = ReadBuildTiming(dialog);  // the pause is read but the bands never rest
+  int rolling = timing.rolling;
+  std::uint32_t delay = timing.delay;
   int frames = ReadControlInt(dialog, kFramesId);
 
   StripesExtra extra{};
@@ -106,6 +103,5 @@ int StripesBuild(EffectContext* context) {
   extra.stripesOnly = PlatformShiftHeld() && PlatformAltHeld() ? 1 : 0;
   if (rolling != 0) return BuildFrames(context, &extra, frames, delay);
   context->flags |= kEffectFlagStill;
-  DibHandle still = StripesGenerate(context);
-  return still != nullptr ? AppendEffectFrame(context, still, delay) : 0;
+  return AppendGeneratedFrame(context, StripesGenerate, delay);
 }

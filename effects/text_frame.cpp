@@ -59,15 +59,17 @@ DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }
 
+int SoftenShadowMask(DibOwner* mask, int softness) {
+  if (*mask == nullptr) return 0;
+  if (softness > 0) mask->reset(GaussianBlur(mask->get(), softness + 2));
+  return *mask != nullptr ? 1 : 0;
+}
+
 int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
                              int y, ShadowFillPlace place) {
   DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
-  if (fill == nullptr || mask == nullptr) return 0;
-  if (frame.look.softness > 0) {
-    mask.reset(GaussianBlur(mask.get(), frame.look.softness + 2));
-    if (mask == nullptr) return 0;
-  }
+  if (fill == nullptr || SoftenShadowMask(&mask, frame.look.softness) == 0) return 0;
   DibLock fillLock(fill.get());
   DibLock maskLock(mask.get());
   if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;

@@ -41,6 +41,10 @@ int FillIsSolid(const Controls* dialog, int id);
 // A text mask of the frame's size with the text's left top at (x, y).
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level);
 
+// Blurs a shadow mask in place with softness + 2 when softness is above 0.
+// 0 if the mask is missing or the blur fails.
+int SoftenShadowMask(DibOwner* mask, int softness);
+
 // How a shadow's fill lies under it: fixed to the frame, or read relative to
 // the shadow's place so that it moves with the letters.
 enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };

@@ -87,17 +87,14 @@ int ZAxisFountainFrameCount(int frames, int width) { return frames < width ? fra
 
 int ZAxisFountainPreview(EffectContext* context) {
   ZAxisFountainExtra extra{};
-  context->flags |= kEffectFlagPreview;
-  context->extra = &extra;
-  context->previewBitmap = ZAxisFountainGenerate(context);
-  return 1;
+  return RunEffectPreview(context, &extra, ZAxisFountainGenerate);
 }
 
 int ZAxisFountainBuild(EffectContext* context) {
   const Controls* dialog = context->dialog;
-  int rolling = ControlChecked(dialog, 32);
-  auto delay = static_cast<std::uint32_t>(ReadControlInt(dialog, 11));
-  ReadControlInt(dialog, 33);  // the pause: this effect never rests
+  BuildTiming timing = ReadBuildTiming(dialog);  // the pause is read but this effect never rests
+  int rolling = timing.rolling;
+  std::uint32_t delay = timing.delay;
   int frames = ReadControlInt(dialog, kFramesId);
 
   ZAxisFountainExtra extra{};

@@ -11,6 +11,11 @@ constexpr int kSearchLimit = 1024;  // far more steps than any search that ends
 
 int PositionOf(std::uint32_t marker) { return static_cast<int>(marker >> 24); }
 
+// The edge pad in per cent. Its control allows 0 to 45; a file may hold
+// anything, and past 50 the two pads would run over each other and off the
+// ramp, so a larger value holds half the ramp flat at each end.
+int EdgePadOf(const FountainSpec* spec) { return spec->edgePad > 50 ? 50 : spec->edgePad; }
+
 // Each channel trunc(to * f + from * (1 - f)).
 std::uint32_t MixColours(std::uint32_t from, std::uint32_t to, double f) {
   std::uint32_t colour = 0;
@@ -27,7 +32,7 @@ void MidpointLine(const FountainSpec* spec, FountainRecord* line) {
   *line = FountainRecord{};
   line->startColour = spec->startColour;
   line->endColour = spec->endColour;
-  const int q = static_cast<int>(spec->edgePad / 100.0 * 255);
+  const int q = static_cast<int>(EdgePadOf(spec) / 100.0 * 255);
   std::uint32_t half = 0;
   for (int shift = 0; shift < 24; shift += 8) {
     double channel = (spec->startColour >> shift & 0xFF) * 0.5 + (spec->endColour >> shift & 0xFF) * 0.5;
@@ -76,7 +81,7 @@ FountainRampBlock FountainRamp(const FountainSpec* spec, int count) {
   const std::uint32_t end = spec->endColour & kColourMask;
   int pad = 0;
   if (spec->edgePad > 0) {
-    pad = static_cast<int>(spec->edgePad / 100.0 * count);
+    pad = static_cast<int>(EdgePadOf(spec) / 100.0 * count);
     for (int i = 0; i < pad; ++i) {
       colours[i] = start;
       colours[count - 1 - i] = end;

@@ -1,6 +1,7 @@
 #include "fills/material.h"
 
 #include "fills/fountain.h"
+#include "fills/matrix_tile.h"
 #include "fills/texture_types.h"
 
 namespace {
@@ -33,10 +34,14 @@ int PaintTexture(MaterialRecord* record, DibHead* target) {
   return 1;
 }
 
-// No tile renderer is built in yet: a tile fill fails after taking its target.
+// The tile at its own size, repeated from the top left corner.
 int PaintTile(MaterialRecord* record, DibHead* target) {
   record->matrix.rectangle = {0, 0, target->biWidth, target->biHeight};
-  return 0;
+  DibOwner wall(MatrixTileRender(&record->matrix));
+  DibLock wallLock(wall.get());
+  if (wallLock.head == nullptr) return 0;
+  DibRegionCopy(target, 0, 0, wallLock.head, 0, 0, target->biWidth, target->biHeight);
+  return 1;
 }
 
 }  // namespace

@@ -97,8 +97,11 @@ int MaterialSave(MemHandle block, const char* path);
 
 // The block a fill control makes for itself when it is created: its row's
 // default colour, replaced by its saved file unless useFile is 0 (Shift held
-// while the dialog opens).
+// while the dialog opens); the tile comes from the current tile group, by
+// the saved tile number, whatever group the file named.
 MemHandle MaterialSetUp(int id, std::uint32_t colour, int useFile);
+// Frees a record's preview and tile, then the record's block.
+void MaterialRelease(MemHandle block);
 
 // The colour of the solid fill held by control id, or -1 when it holds any
 // other kind or cannot be read: the background colour of an effect.

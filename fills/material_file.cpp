@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "fills/material.h"
+#include "fills/matrix_tile.h"
 #include "plugin/settings.h"
 
 namespace {
@@ -138,6 +139,7 @@ MemHandle MaterialLoad(const char* path, std::uint32_t colour, int useFile) {
   MaterialInit(record, colour);
   MaterialFileImage image;
   if (useFile != 0 && ReadMaterialImage(path, &image) != 0) MaterialFromImage(record, image);
+  if (record->matrix.path[0] != '\0') record->matrix.tile = MatrixTileLoad(record->matrix.path, record->matrix.index);
   record->state &= ~(kMaterialStateFace | kMaterialStateArrow);
   MemUnlock(block.get());
   return block.release();
@@ -160,5 +162,22 @@ int MaterialSave(MemHandle block, const char* path) {
 }
 
 MemHandle MaterialSetUp(int id, std::uint32_t colour, int useFile) {
-  return MaterialLoad(MaterialPath(id), colour, useFile);
+  MemHandle block = MaterialLoad(MaterialPath(id), colour, useFile);
+  auto* record = static_cast<MaterialRecord*>(block != nullptr ? MemLock(block) : nullptr);
+  if (record == nullptr) return block;
+  MatrixRecord& matrix = record->matrix;
+  std::snprintf(matrix.path, sizeof matrix.path, "%s", DataFolderPath(MatrixLibrary));
+  MemFree(matrix.tile);
+  matrix.tile = MatrixTileLoad(matrix.path, matrix.index);
+  MemUnlock(block);
+  return block;
+}
+
+void MaterialRelease(MemHandle block) {
+  if (auto* record = static_cast<MaterialRecord*>(block != nullptr ? MemLock(block) : nullptr)) {
+    MemFree(record->preview);
+    MemFree(record->matrix.tile);
+    MemUnlock(block);
+  }
+  MemFree(block);
 }

@@ -216,17 +216,12 @@ void Paint(HWND window, HDC dc) {
   if (enabled) DrawCaption(window, dc, inner, lock.record->averageColour);
 }
 
-// Frees the preview and the tile, saves the file and frees the record.
+// Saves the file and frees the record with its preview and tile.
 void Destroy(HWND window) {
   MemHandle block = WindowBlock(window);
   if (block == nullptr) return;
-  if (auto* record = static_cast<MaterialRecord*>(MemLock(block))) {
-    record->preview = MemFree(record->preview);
-    record->matrix.tile = MemFree(record->matrix.tile);
-    MemUnlock(block);
-  }
   MaterialSave(block, MaterialPath(GetDlgCtrlID(window)));
-  MemFree(block);
+  MaterialRelease(block);
   SetWindowLongPtrA(window, GWLP_USERDATA, 0);
 }
 

@@ -2,30 +2,14 @@
 
 #include <cstdio>
 #include <ctime>
-#include <string>
 
+#include "fills/group_backup.h"
 #include "plugin/platform.h"
 #include "plugin/settings.h"
 
 namespace {
 
 constexpr int kOwnerSize = 260;
-
-// Replaces backup with a copy of path; a missing file leaves no backup.
-void KeepBackup(const char* path) {
-  std::string backup = std::string(path) + ".bak";
-  std::remove(backup.c_str());
-  std::FILE* source = std::fopen(path, "rb");
-  if (source == nullptr) return;
-  std::FILE* copy = std::fopen(backup.c_str(), "wb");
-  if (copy != nullptr) {
-    char buffer[4096];
-    std::size_t length;
-    while ((length = std::fread(buffer, 1, sizeof buffer, source)) > 0) std::fwrite(buffer, 1, length, copy);
-    std::fclose(copy);
-  }
-  std::fclose(source);
-}
 
 }  // namespace
 
@@ -45,8 +29,8 @@ int TextureFileWrite(const char* path, const TextureGroup& group) {
   SettingsDateText(*std::localtime(&now), dateText);
   char owner[kOwnerSize];
   char organisation[kOwnerSize];
-  PlatformMachineOwner(owner, kOwnerSize, organisation, kOwnerSize);
-  KeepBackup(path);
+  PlatformMachineOwner(owner, organisation, kOwnerSize);
+  GroupBackup(path);
   std::FILE* file = std::fopen(path, "w");
   if (file == nullptr) return 0;
   TextureGroupPrint(file, group, TextureFileStamp{1, dateText, owner, organisation});

@@ -1,6 +1,8 @@
 // The command line's commands: one row each, dispatched by name.
 #pragma once
 
+#include <string>
+
 struct CliCommand {
   const char* name;
   const char* summary;  // one line for the command list
@@ -14,3 +16,9 @@ int CliEffects(int argc, char** argv);
 int CliFill(int argc, char** argv);
 int CliGallery(int argc, char** argv);
 int CliTextures(int argc, char** argv);
+int CliTiles(int argc, char** argv);
+
+// Loads the settings as a command starts: explicitFile (refused in one line,
+// kExitFailure, if it cannot be read whole), or the user's own file, where an
+// unreadable file is a warning and the defaults stand. kExitSuccess to go on.
+int CliLoadSettings(const char* command, const std::string& explicitFile);

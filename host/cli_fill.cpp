@@ -1,19 +1,26 @@
 // lwmotio3 fill: shows or sets the fill of one fill control, writing the same
 // Material file that the control saves when the dialog closes, so the next
 // render (or the next time the dialog opens) uses it.
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <memory>
 #include <string>
 
 #include "effects/effect.h"
 #include "fills/material.h"
+#include "fills/matrix_tile.h"
 #include "host/cli.h"
 #include "host/cli_fill_gradient.h"
+#include "host/cli_output.h"
 #include "host/cli_textures.h"
 #include "host/data_folders.h"
+#include "host/group_paths.h"
 #include "host/web_colour.h"
 #include "plugin/control_table.h"
+#include "plugin/settings.h"
 
 namespace {
 
@@ -43,10 +50,44 @@ void PrintColourLine(const char* label, std::uint32_t colour) {
 
 void PrintSolid(const MaterialRecord& record) { PrintColourLine("colour", record.colour); }
 
+// Makes group the current tile group in the user's settings file, which was
+// read before.
+int SettingsMakeGroupCurrent(const char* group, std::string* error) {
+  SettingStore(SettingFind("MatrixLibrary"), group);
+  if (SettingsSaveFile(SettingsFilePath(), std::time(nullptr)) != 0) return 1;
+  *error = std::string("cannot write the settings file '") + SettingsFilePath() + "'";
+  return 0;
+}
+
+// A tile fill follows the current group, so a group of the data folder
+// becomes the current one in the settings file, as the tile dialog leaves it.
+int SetTile(MaterialRecord* record, int argc, char** argv, std::string* error) {
+  if (argc != 2) return (*error = "tile takes a group and a tile number"), 0;
+  if (!GroupIsInDataFolder(argv[0]))
+    return (*error = "a tile fill takes a group of the data folder by its file name"), 0;
+  char* end = nullptr;
+  long index = std::strtol(argv[1], &end, 10);
+  if (end == argv[1] || *end != '\0' || index < 0 || index > 0x7FFFFFFF)
+    return (*error = std::string("'") + argv[1] + "' is not a tile number"), 0;
+  std::string path = GroupPath(argv[0]);
+  DibHandle tile = MatrixTileLoad(path.c_str(), static_cast<int>(index));
+  if (tile == nullptr) return (*error = "'" + path + "' has no tile " + argv[1]), 0;
+  MemFree(record->matrix.tile);
+  record->matrix.tile = tile;
+  record->matrix.index = static_cast<std::int32_t>(index);
+  std::snprintf(record->matrix.path, sizeof record->matrix.path, "%s", path.c_str());
+  return SettingsMakeGroupCurrent(argv[0], error);
+}
+
+void PrintTile(const MaterialRecord& record) {
+  std::printf("%-8s %s\n%-8s %d\n", "group", MatrixLibrary, "tile", record.matrix.index);
+}
+
 constexpr FillKindCommand kFillKinds[] = {
     {"solid", kMaterialSimple, "RRGGBB", SetSolid, PrintSolid},
     {"gradient", kMaterialGradient, kFillGradientArguments, FillGradientSet, FillGradientPrint},
     {"texture", kMaterialTexture, "GROUP.fft INDEX", CliSetTextureFill, CliPrintTextureFill},
+    {"tile", kMaterialTile, "GROUP.mtx INDEX", SetTile, PrintTile},
 };
 
 const FillKindCommand* FillKindByWord(const char* word) {
@@ -109,7 +150,7 @@ int ListFillControls() {
     std::printf("%4u  %-20s %s\n", row.id, EffectHolding(static_cast<int>(row.id)),
                 LabelOf(static_cast<int>(row.id)));
   }
-  return 0;
+  return CliFinishOutput("fill");
 }
 
 void PrintControl(int id) {
@@ -128,9 +169,11 @@ void PrintFill(int id, const MaterialRecord& record, const char* path) {
 // the old file as it was.
 int SaveReplacing(MemHandle block, const std::string& path, std::string* error) {
   std::string temporary = path + ".new";
+  errno = 0;
   if (MaterialSave(block, temporary.c_str()) == 0 || std::rename(temporary.c_str(), path.c_str()) != 0) {
+    *error = "cannot write '" + path + "': " + (errno != 0 ? std::strerror(errno) : "write error");
     std::remove(temporary.c_str());
-    return (*error = "cannot write '" + path + "'"), 0;
+    return 0;
   }
   return 1;
 }
@@ -150,12 +193,15 @@ int ShowOrSetFill(int id, int argc, char** argv) {
   if (kind != nullptr && HostMakeDataFolders(&error) == 0) return FillFail(error);
   std::string path = MaterialPath(id);
   if (path.empty()) return FillFail("no application-data folder for the fill files");
-  MemOwner block(MaterialLoad(path.c_str(), static_cast<std::uint32_t>(row->param), 1));
+  if (int loaded = CliLoadSettings("fill", ""); loaded != kExitSuccess) return loaded;  // the current tile group
+  std::unique_ptr<void, void (*)(MemHandle)> block(MaterialLoad(path.c_str(), static_cast<std::uint32_t>(row->param), 1),
+                                                   MaterialRelease);
   auto* record = static_cast<MaterialRecord*>(block != nullptr ? MemLock(block.get()) : nullptr);
   if (record == nullptr) return FillFail("Memory error");
   int status = 0;
   if (kind == nullptr) {
     PrintFill(id, *record, path.c_str());
+    status = CliFinishOutput("fill");
   } else if (kind->set(record, argc - 1, argv + 1, &error) == 0) {
     status = FillUsageError(error);
   } else {
@@ -171,7 +217,7 @@ int ShowOrSetFill(int id, int argc, char** argv) {
 int CliFill(int argc, char** argv) {
   if (argc > 1 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
     PrintFillUsage(stdout);
-    return 0;
+    return CliFinishOutput("fill");
   }
   if (argc == 1) return ListFillControls();
   int id = 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "fills/fountain_button.h"
+#include "host/cli_output.h"
 #include "host/data_folders.h"
 #include "host/web_colour.h"
 #include "plugin/control_table.h"
@@ -150,15 +151,9 @@ int SaveBarReplacing(MemHandle block, const std::string& path) {
 
 }  // namespace
 
-int FillUsageError(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 fill: %s (see lwmotio3 fill --help)\n", message.c_str());
-  return 2;
-}
+int FillUsageError(const std::string& message) { return CliUsage("fill", message); }
 
-int FillFail(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 fill: %s\n", message.c_str());
-  return 1;
-}
+int FillFail(const std::string& message) { return CliFail("fill", message); }
 
 int FillGradientSet(MaterialRecord* record, int argc, char** argv, std::string* error) {
   GradientOptions options;
@@ -217,12 +212,12 @@ int FillBarShowOrSet(int id, int argc, char** argv) {
     PrintMarkers(*line);
     std::printf("%-8s %s\n", "file", path.c_str());
     MemUnlock(block.get());
-    return 0;
+    return CliFinishOutput("fill");
   }
   ApplyToLine(options, line);
   MemUnlock(block.get());
   if (SaveBarReplacing(block.get(), path) == 0) return FillFail("cannot write '" + path + "'");
   if (looped && options.markers.empty())
     std::printf("the bar is looped: it ends in its start colour, so --to shows only with markers\n");
-  return 0;
+  return CliFinishOutput("fill");
 }

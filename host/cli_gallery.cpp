@@ -17,8 +17,9 @@
 #include "host/cli.h"
 #include "fills/material.h"
 #include "fills/texture_group.h"
+#include "host/cli_output.h"
 #include "host/data_folders.h"
-#include "host/primary_texture_group.h"
+#include "host/primary_groups.h"
 #include "host/reference_host.h"
 #include "host/render_setup.h"
 #include "plugin/build_pipeline.h"
@@ -41,8 +42,9 @@ void PrintGalleryUsage(std::FILE* out) {
                "usage: lwmotio3 gallery DIR\n"
                "\n"
                "Renders every built effect on the compiled-in settings (your settings file\n"
-               "and saved fills are not read) into DIR, one GIF each, then Simple's still\n"
-               "with each texture of the primary group as its text fill, and writes\n"
+               "and saved fills are not read; tiles come from the primary group) into DIR,\n"
+               "one GIF each, then Simple's still with each texture of the primary group\n"
+               "as its text fill, and writes\n"
                "DIR/index.html, a table of the effects with their frames, sizes and render\n"
                "times. DIR is made if missing; files of the same names are replaced.\n");
 }
@@ -78,14 +80,15 @@ void DressWithTexture(ControlsSnapshot* snapshot, const TextureItem& item) {
 
 // One effect, as a render of it with built-in settings would make it; with
 // a texture, Simple's still with that texture as its text fill. 1 if the
-// GIF was written.
-int RenderEffect(int row, const TextureItem* texture, const std::string& folder, GalleryEntry* entry) {
+// GIF was written; otherwise what the run showed (Memory error), if
+// anything, is in shown.
+int RenderEffect(int row, const TextureItem* texture, const std::string& folder, GalleryEntry* entry,
+                 std::string* shown) {
   SettingsReset();
   SettingStore(SettingFind("MainEffect"), std::to_string(row).c_str());
   if (texture != nullptr) SettingStore(SettingFind("MainRolling"), "0");
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
-  snapshot.messagesToStderr = true;
   HostRecord host = ReferenceHostRecord();
   RenderLoadDialog(&snapshot, host.hostFlags, 1, 90, 0);
   entry->name = EffectTable[row].name;
@@ -104,6 +107,7 @@ int RenderEffect(int row, const TextureItem* texture, const std::string& folder,
   const std::vector<std::uint32_t>& codes = ReferenceHostCurrent().codes;
   entry->frames = static_cast<int>(std::count(codes.begin(), codes.end(), kHostAddImage));
   entry->bytes = FileBytes(path);
+  if (!snapshot.messages.empty()) *shown = snapshot.messages.back();
   SnapshotClear(&snapshot);
   return complete != 0 && ReferenceHostCurrent().filesWritten == 1 ? 1 : 0;
 }
@@ -159,7 +163,7 @@ int PrimaryTextures(TextureGroup* group) {
 
 int RenderGallery(const std::string& folder) {
   std::string error;
-  if (!HostMakeFolder(folder, &error)) return Fail(error);
+  if (!HostMakeFolder(folder, &error) || !HostMakeDataFolders(&error)) return Fail(error);
   bool terminal = isatty(fileno(stderr)) != 0;
   std::vector<GalleryEntry> entries;
   GdiOp drawing{};
@@ -170,8 +174,10 @@ int RenderGallery(const std::string& folder) {
     if (EffectTable[row].build == nullptr) continue;
     if (terminal) std::fprintf(stderr, "\rrendering %-22s", EffectTable[row].name);
     GalleryEntry entry;
-    if (RenderEffect(row, nullptr, folder, &entry) == 0)
-      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder);
+    std::string shown;
+    if (RenderEffect(row, nullptr, folder, &entry, &shown) == 0)
+      status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder +
+                    (shown.empty() ? "" : ": " + shown));
     entries.push_back(entry);
   }
   TextureGroup textures{};
@@ -179,8 +185,10 @@ int RenderGallery(const std::string& folder) {
   for (int i = 0; i < textures.count && status == 0; ++i) {
     if (terminal) std::fprintf(stderr, "\rrendering %-22s", textures.items[i].name);
     GalleryEntry entry;
-    if (RenderEffect(kEffectSimple, &textures.items[i], folder, &entry) == 0)
-      status = Fail(std::string("could not render the texture '") + textures.items[i].name + "' into " + folder);
+    std::string shown;
+    if (RenderEffect(kEffectSimple, &textures.items[i], folder, &entry, &shown) == 0)
+      status = Fail(std::string("could not render the texture '") + textures.items[i].name + "' into " + folder +
+                    (shown.empty() ? "" : ": " + shown));
     entries.push_back(entry);
   }
   TextureGroupClear(&textures);
@@ -199,12 +207,10 @@ int RenderGallery(const std::string& folder) {
 int CliGallery(int argc, char** argv) {
   if (argc == 2 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0)) {
     PrintGalleryUsage(stdout);
-    return 0;
+    return CliFinishOutput("gallery");
   }
-  if (argc != 2 || argv[1][0] == '-') {
-    std::fprintf(stderr, "lwmotio3 gallery: %s (see lwmotio3 gallery --help)\n",
-                 argc < 2 ? "needs a folder" : argc > 2 ? "takes one folder" : "unknown option");
-    return 2;
-  }
+  if (argc < 2) return CliUsage("gallery", "needs a folder");
+  if (argv[1][0] == '-') return CliUsage("gallery", std::string("unknown option '") + argv[1] + "'");
+  if (argc > 2) return CliUsage("gallery", std::string("unexpected argument '") + argv[2] + "'");
   return RenderGallery(argv[1]);
 }

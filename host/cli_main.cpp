@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "host/cli.h"
+#include "host/cli_output.h"
 
 namespace {
 
@@ -14,30 +15,39 @@ constexpr CliCommand kCommands[] = {
     {"settings", "print the effective settings in LWMOTIO3.INI's format", CliSettings},
     {"fill", "show or set the fill of a fill control", CliFill},
     {"textures", "list the items of a texture group", CliTextures},
+    {"tiles", "list the tiles of a group, or add a picture to a group", CliTiles},
     {"gallery", "render every built effect on built-in settings into a folder with index.html", CliGallery},
 };
 
-void PrintUsage(std::FILE* out) {
-  std::fprintf(out,
-               "usage: lwmotio3 COMMAND [OPTIONS]\n"
-               "\n"
-               "Animated text from the Lettermotion #3 effects, without the dialog.\n"
-               "\n"
-               "commands:\n");
-  for (const CliCommand& command : kCommands) std::fprintf(out, "  %-10s %s\n", command.name, command.summary);
-  std::fprintf(out, "\nlwmotio3 COMMAND --help shows a command's options.\n");
+int PrintUsage() {
+  std::printf("usage: lwmotio3 COMMAND [OPTIONS]\n"
+              "\n"
+              "Animated text from the Lettermotion #3 effects, without the dialog.\n"
+              "\n"
+              "commands:\n");
+  for (const CliCommand& command : kCommands) std::printf("  %-10s %s\n", command.name, command.summary);
+  std::printf("\n"
+              "options:\n"
+              "  --help     show this text\n"
+              "  --version  show the program's version\n"
+              "\n"
+              "lwmotio3 COMMAND --help shows a command's options. Exit status: 0 done,\n"
+              "1 failed, 2 wrong usage; every refusal is one line on stderr.\n");
+  return CliFinishOutput("");
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2 || std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) {
-    PrintUsage(argc < 2 ? stderr : stdout);
-    return argc < 2 ? 2 : 0;
+  if (argc < 2) return CliUsage("", "no command given");
+  if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) return PrintUsage();
+  if (std::strcmp(argv[1], "--version") == 0) {
+    std::printf("lwmotio3 %s\n", LW_VERSION);
+    return CliFinishOutput("");
   }
   for (const CliCommand& command : kCommands) {
     if (std::strcmp(argv[1], command.name) == 0) return command.run(argc - 1, argv + 1);
   }
-  std::fprintf(stderr, "lwmotio3: unknown command '%s' (see lwmotio3 --help)\n", argv[1]);
-  return 2;
+  if (argv[1][0] == '-') return CliUsage("", std::string("unknown option '") + argv[1] + "'");
+  return CliUsage("", std::string("unknown command '") + argv[1] + "'");
 }

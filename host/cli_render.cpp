@@ -9,10 +9,16 @@
 
 #include "effects/effect.h"
 #include "host/cli.h"
-#include "host/data_folders.h"
+#include "host/cli_memory.h"
+#include "host/cli_output.h"
+#include "host/cp1252.h"
+#include "host/file_checks.h"
+#include "host/font_match.h"
+#include "host/frames_folder.h"
 #include "host/png_writer.h"
 #include "host/reference_host.h"
 #include "host/render_setup.h"
+#include "host/settings_report.h"
 #include "plugin/build_pipeline.h"
 #include "plugin/host_call.h"
 #include "plugin/platform.h"
@@ -21,8 +27,13 @@
 
 namespace {
 
+constexpr const char* kCommand = "render";
+constexpr int kBoldBox = 25;
+constexpr int kItalicBox = 26;
+
 struct RenderOptions {
   std::string output = "lwmotio3.gif";
+  bool outputGiven = false;
   std::string ini;
   std::string effect;
   std::string text;
@@ -32,44 +43,43 @@ struct RenderOptions {
   int characterSpace = 90;
   bool testRun = false;
   std::string framesDir;
+  bool framesDirGiven = false;
 };
 
-void PrintRenderUsage(std::FILE* out) {
-  std::fprintf(out,
-               "usage: lwmotio3 render [OPTIONS]\n"
-               "\n"
-               "Renders the current effect as the plug-in's Build does: from the settings\n"
-               "file, through the colour stages, to an animated GIF.\n"
-               "\n"
-               "options:\n"
-               "  -o FILE.gif            write the animation here (default lwmotio3.gif)\n"
-               "  --ini FILE             read the settings from FILE instead of the user's\n"
-               "                         LWMOTIO3.INI (lwmotio3 settings shows what is in force)\n"
-               "  --effect NAME|ROW      the effect, by name or row (lwmotio3 effects lists them)\n"
-               "  --text TEXT            the text, in UTF-8; it must fit Windows-1252\n"
-               "  --set KEY=VALUE        set any setting, as a line of the settings file would;\n"
-               "                         may be given many times\n"
-               "  --custom-palette on|off  compute one palette from all frames (default on)\n"
-               "  --character-space N    letter spacing in per cent, 50 to 150 (default 90)\n"
-               "  --test                 run as the Test button does (host code 5)\n"
-               "  --frames-dir DIR       write the effect's 24-bit frames as PNG files to DIR,\n"
-               "                         with index.txt listing each file and its delay, and\n"
-               "                         no GIF\n"
-               "  --help                 show this text\n"
-               "\n"
-               "Delays are in hundredths of a second. Fills come from the Material files of\n"
-               "the data folder, as in the plug-in.\n");
-}
-
-int Fail(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 render: %s\n", message.c_str());
-  return 1;
-}
-
-int UsageError(const std::string& message) {
-  std::fprintf(stderr, "lwmotio3 render: %s (see lwmotio3 render --help)\n", message.c_str());
-  return 2;
-}
+constexpr const char* kRenderUsage =
+    "usage: lwmotio3 render [OPTIONS]\n"
+    "\n"
+    "Renders the current effect as the plug-in's Build does: from the settings\n"
+    "file, through the colour stages, to an animated GIF.\n"
+    "\n"
+    "options:\n"
+    "  -o FILE.gif            write the animation here (default lwmotio3.gif); never\n"
+    "                         over the settings file, never to a PNG or other image name\n"
+    "  --ini FILE             read the settings from FILE instead of the user's\n"
+    "                         LWMOTIO3.INI (lwmotio3 settings shows what is in force)\n"
+    "  --effect NAME|ROW      the effect, by name or row (lwmotio3 effects lists them)\n"
+    "  --text TEXT            the text, in UTF-8; it must fit Windows-1252\n"
+    "  --set KEY=VALUE        set any setting, as a line of the settings file would;\n"
+    "                         text in UTF-8, as --text; may be given many times\n"
+    "  --custom-palette on|off  compute one palette from all frames (default on)\n"
+    "  --character-space N    letter spacing in per cent, 50 to 150 (default 90)\n"
+    "  --test                 run as the Test button does (host code 5)\n"
+    "  --frames-dir DIR       write the effect's 24-bit frames as PNG files to DIR,\n"
+    "                         a new or empty folder, with index.txt listing each\n"
+    "                         file and its delay, and no GIF; on failure DIR is\n"
+    "                         left as it was\n"
+    "  -q, --quiet            no warnings and no status lines\n"
+    "  --help                 show this text\n"
+    "\n"
+    "A value that its control clamps or that has no place in it (MainFontSize=500,\n"
+    "a scroll direction of 9), and a font that is not installed, are used as the\n"
+    "plug-in would use them, with a warning naming the setting. Status lines and\n"
+    "progress are shown on a terminal only. A render whose frames will not fit in\n"
+    "the machine's memory stops early and says which setting to lower.\n"
+    "\n"
+    "Delays are in hundredths of a second. Fills come from the Material files of\n"
+    "the data folder, as in the plug-in. Exit status: 0 done, 1 failed, 2 wrong\n"
+    "usage; every refusal is one line on stderr.\n";
 
 bool ParseOnOff(const char* text, int* value) {
   if (std::strcmp(text, "on") == 0) return (*value = 1), true;
@@ -92,6 +102,36 @@ bool TakesValue(const std::string& option) {
   return false;
 }
 
+// One option with its value; 0 when taken, else the usage refusal.
+int TakeOption(const std::string& option, const char* value, RenderOptions* options) {
+  std::string error;
+  const SettingRow* row = nullptr;
+  std::string setting;
+  if (option == "-o") options->output = value, options->outputGiven = true;
+  else if (option == "--ini") options->ini = value;
+  else if (option == "--effect") options->effect = value;
+  else if (option == "--text") options->text = value, options->textGiven = true;
+  else if (option == "--frames-dir") options->framesDir = value, options->framesDirGiven = true;
+  else if (option == "--set" && !RenderParseSetting(value, &row, &setting, &error)) return CliUsage(kCommand, error);
+  else if (option == "--set") options->assignments.emplace_back(value);
+  else if (option == "--custom-palette" && !ParseOnOff(value, &options->customPalette))
+    return CliUsage(kCommand, "--custom-palette takes on or off");
+  else if (option == "--character-space" && !ParseCharacterSpace(value, &options->characterSpace))
+    return CliUsage(kCommand, "--character-space takes a whole number from 50 to 150");
+  return 0;
+}
+
+// What the options say together, before anything is read.
+int CheckOutputs(const RenderOptions& options) {
+  if (options.outputGiven && options.framesDirGiven)
+    return CliUsage(kCommand, "-o and --frames-dir cannot be given together");
+  if (options.framesDirGiven && options.framesDir.empty()) return CliUsage(kCommand, "--frames-dir needs a folder");
+  if (options.output.empty()) return CliUsage(kCommand, "-o needs a file name");
+  if (NamesOtherImageFormat(options.output))
+    return CliUsage(kCommand, "'" + options.output + "' is not a GIF name; for PNG frames use --frames-dir DIR");
+  return 0;
+}
+
 // 0 when parsed; otherwise the exit code (the message is out already).
 int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help) {
   for (int index = 1; index < argc; ++index) {
@@ -104,88 +144,103 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
       options->testRun = true;
       continue;
     }
-    if (!TakesValue(option)) return UsageError("unknown option '" + option + "'");
-    if (index + 1 >= argc) return UsageError(option + " needs a value");
-    const char* value = argv[++index];
-    if (option == "-o") options->output = value;
-    else if (option == "--ini") options->ini = value;
-    else if (option == "--effect") options->effect = value;
-    else if (option == "--text") options->text = value, options->textGiven = true;
-    else if (option == "--set") options->assignments.emplace_back(value);
-    else if (option == "--frames-dir") options->framesDir = value;
-    else if (option == "--custom-palette" && !ParseOnOff(value, &options->customPalette))
-      return UsageError("--custom-palette takes on or off");
-    else if (option == "--character-space" && !ParseCharacterSpace(value, &options->characterSpace))
-      return UsageError("--character-space takes a whole number from 50 to 150");
+    if (option == "-q" || option == "--quiet") {
+      CliSetQuiet(true);
+      continue;
+    }
+    if (!TakesValue(option)) {
+      bool isOption = option.size() > 1 && option[0] == '-';
+      return CliUsage(kCommand, (isOption ? "unknown option '" : "unexpected argument '") + option + "'");
+    }
+    if (index + 1 >= argc) return CliUsage(kCommand, option + " needs a value");
+    if (int status = TakeOption(option, argv[++index], options); status != 0) return status;
   }
-  return 0;
+  return CheckOutputs(*options);
 }
 
 // Settings as the dialog would start with them, then the command line's.
 int ApplySettings(const RenderOptions& options) {
-  SettingsUseFile(options.ini.empty() ? nullptr : options.ini.c_str());
-  errno = 0;
-  if (!SettingsLoadFile(SettingsFilePath(), PlatformShiftHeld()) && !options.ini.empty())
-    return Fail("cannot read '" + options.ini + "': " + (errno != 0 ? std::strerror(errno) : "read error"));
+  if (int status = CliLoadSettings(kCommand, options.ini); status != kExitSuccess) return status;
+  if (options.framesDir.empty() && SameFile(options.output, SettingsFilePath()))
+    return CliUsage(kCommand, "-o '" + options.output + "' would write over the settings file");
   std::string error;
   for (const std::string& assignment : options.assignments)
-    if (!RenderSetSetting(assignment, &error)) return Fail(error);
+    if (!RenderSetSetting(assignment, &error)) return CliFail(kCommand, error);
   if (!options.effect.empty()) {
     int row = RenderEffectIndex(options.effect);
-    if (row < 0) return Fail("no effect '" + options.effect + "' (lwmotio3 effects lists them)");
+    if (row < 0) return CliFail(kCommand, "no effect '" + options.effect + "' (lwmotio3 effects lists them)");
     SettingStore(SettingFind("MainEffect"), std::to_string(row).c_str());
   }
-  if (options.textGiven && !RenderSetText(options.text, &error)) return Fail(error);
-  if (MainText[0] == '\0') return Fail("the text is empty");
-  if (!HostMakeDataFolders(&error)) return Fail(error);
-  return 0;
+  if (options.textGiven && !RenderSetText(options.text, &error)) return CliFail(kCommand, error);
+  if (MainText[0] == '\0') return CliFail(kCommand, "the text is empty");
+  if (!options.framesDir.empty() && !FramesFolderUsable(options.framesDir, &error)) return CliFail(kCommand, error);
+  return kExitSuccess;
 }
 
-const EffectEntry* CurrentEffect(const Controls* dialog) {
-  int row = ControlSelection(dialog, kEffectListControl);
-  if (row < 0) row = 0;
-  if (row >= kEffectCount) row = kEffectCount - 1;
-  return &EffectTable[row];
+// Every value the dialog did not take as given, and a font drawn by another.
+void WarnOfAdjustments(const Controls* dialog, int effect) {
+  for (const std::string& line : SettingsAdjustments(dialog, effect)) CliWarn(kCommand, line);
+  std::string used;
+  if (FontFamilyFound(MainFontName, ControlChecked(dialog, kBoldBox), ControlChecked(dialog, kItalicBox), &used))
+    return;
+  std::string asked = CodePageToUtf8(MainFontName);
+  CliWarn(kCommand, "MainFontName = " + asked + " is not installed; " +
+                        (used.empty() ? std::string("another font is used") : "'" + used + "' is used"));
 }
 
-std::string FramePath(const std::string& folder, int index) {
+// The run's own refusal: the message the run showed (Memory error), else what.
+int RunFailed(const ControlsSnapshot& snapshot, const std::string& what) {
+  return CliFail(kCommand, snapshot.messages.empty() ? what : snapshot.messages.back());
+}
+
+std::string FrameName(int index) {
   char name[32];
   std::snprintf(name, sizeof name, "frame-%04d.png", index + 1);
-  return folder + "/" + name;
+  return name;
+}
+
+std::string WriteFailure(const std::string& path) {
+  return "cannot write '" + path + "': " + (errno != 0 ? std::strerror(errno) : "write error");
+}
+
+// The frames as PNG files and their index, into the staging folder; errors
+// name the files by the folder they are meant for.
+int WriteFrameFiles(FrameList* frames, const std::string& staging, const std::string& folder, std::string* error) {
+  std::FILE* index = std::fopen((staging + "/index.txt").c_str(), "w");
+  if (index == nullptr) return (*error = WriteFailure(folder + "/index.txt")), 0;
+  bool written = true;
+  for (int i = 0; i < frames->count && written; ++i) {
+    FrameRecord record;
+    errno = 0;
+    written = FrameRecordRead(frames, i, &record) && PngWrite((staging + "/" + FrameName(i)).c_str(), record.image);
+    if (!written) *error = WriteFailure(folder + "/" + FrameName(i));
+    else std::fprintf(index, "%s %u\n", FrameName(i).c_str(), record.delay);
+  }
+  errno = 0;
+  if (std::fclose(index) != 0 && written) return (*error = WriteFailure(folder + "/index.txt")), 0;
+  return written ? 1 : 0;
 }
 
 // The effect's build callback alone, its frames written as PNG files.
-int WriteFrames(const Controls* dialog, HostRecord* host, const EffectEntry& effect, const std::string& folder) {
-  std::string error;
-  if (!HostMakeFolder(folder, &error)) return Fail(error);
+int WriteFrames(const ControlsSnapshot& snapshot, HostRecord* host, const EffectEntry& effect,
+                const std::string& folder) {
   FrameList frames{};
   EffectContext context{};
-  context.dialog = dialog;
+  context.dialog = &snapshot.controls;
   context.frames = &frames;
   context.host = host;
   int built = effect.build(&context);
   HostProgress(host, 0, 0);
-  if (built == 0 || frames.count < 1) {
-    FrameListFree(&frames);
-    return Fail("the effect made no frames (Memory error)");
-  }
-  std::string indexPath = folder + "/index.txt";
-  std::FILE* index = std::fopen(indexPath.c_str(), "w");
-  if (index == nullptr) {
-    FrameListFree(&frames);
-    return Fail("cannot write '" + indexPath + "': " + std::strerror(errno));
-  }
-  int status = 0;
-  for (int i = 0; i < frames.count && status == 0; ++i) {
-    std::string path = FramePath(folder, i);
-    FrameRecord record;
-    if (!FrameRecordRead(&frames, i, &record) || !PngWrite(path.c_str(), record.image))
-      status = Fail("cannot write '" + path + "'");
-    else
-      std::fprintf(index, "%s %u\n", path.substr(folder.size() + 1).c_str(), record.delay);
-  }
-  if (std::fclose(index) != 0 && status == 0) status = Fail("cannot write '" + indexPath + "'");
-  if (status == 0) std::fprintf(stderr, "wrote %d frames to %s\n", frames.count, folder.c_str());
+  std::string error;
+  std::string staging;
+  int status = kExitSuccess;
+  if (built == 0 || frames.count < 1) status = RunFailed(snapshot, "the effect made no frames");
+  else if (!FramesFolderBegin(folder, &staging, &error)) status = CliFail(kCommand, error);
+  else if (!WriteFrameFiles(&frames, staging, folder, &error)) status = CliFail(kCommand, error);
+  else if (!FramesFolderCommit(staging, folder, &error)) status = CliFail(kCommand, error);
+  if (status != kExitSuccess && !staging.empty()) FramesFolderAbandon(staging);
+  if (status == kExitSuccess && CliShowsStatus())
+    std::fprintf(stderr, "wrote %d frames to %s\n", frames.count, folder.c_str());
   FrameListFree(&frames);
   return status;
 }
@@ -195,40 +250,67 @@ int WriteFrames(const Controls* dialog, HostRecord* host, const EffectEntry& eff
 int CheckWritable(const std::string& output) {
   std::string probe = output + ".tmp";
   std::FILE* file = std::fopen(probe.c_str(), "wb");
-  if (file == nullptr) return Fail("cannot write '" + output + "': " + std::strerror(errno));
+  if (file == nullptr) return CliFail(kCommand, WriteFailure(output));
   std::fclose(file);
   std::remove(probe.c_str());
-  return 0;
+  return kExitSuccess;
 }
 
-int WriteAnimation(const Controls* dialog, HostRecord* host, const RenderOptions& options) {
-  if (int status = CheckWritable(options.output); status != 0) return status;
+int WriteAnimation(const ControlsSnapshot& snapshot, HostRecord* host, const RenderOptions& options) {
+  if (int status = CheckWritable(options.output); status != kExitSuccess) return status;
   HostCall(host, kHostBuildStarted);
-  int complete = BuildAnimation(dialog, host, options.testRun ? 1 : 0);
-  if (complete == 0 || ReferenceHostCurrent().filesWritten != 1) return Fail("no animation was written");
-  return 0;
+  int complete = BuildAnimation(&snapshot.controls, host, options.testRun ? 1 : 0);
+  const ReferenceHost& written = ReferenceHostCurrent();
+  if (written.writeError != 0) {
+    errno = written.writeError;
+    return CliFail(kCommand, WriteFailure(options.output));
+  }
+  if (complete == 0 || written.filesWritten != 1) return RunFailed(snapshot, "no animation was written");
+  return kExitSuccess;
+}
+
+// The size of the effect's frames, as its preview draws the first of them;
+// 0 by 0 if it draws none.
+void FirstFrameSize(const Controls* dialog, const EffectEntry& effect, int* width, int* height) {
+  *width = *height = 0;
+  if (effect.preview == nullptr) return;
+  EffectContext context{};
+  context.dialog = dialog;
+  if (effect.preview(&context) == 0 || context.previewBitmap == nullptr) return;
+  DibSizeOf(context.previewBitmap, width, height);
+  MemFree(context.previewBitmap);
+}
+
+int RunEffect(const ControlsSnapshot& snapshot, const RenderOptions& options, int row) {
+  const EffectEntry& effect = EffectTable[row];
+  HostRecord host = ReferenceHostRecord();
+  host.callback = CliWatchedCallback;
+  ReferenceHostReset(options.output, CliShowsStatus());
+  GdiOp drawing{};
+  drawing.op = kGdiStart;
+  GdiCommand(&drawing);
+  int width = 0;
+  int height = 0;
+  FirstFrameSize(&snapshot.controls, effect, &width, &height);
+  CliMemoryWatchStart(row, width, height);
+  int status = options.framesDir.empty() ? WriteAnimation(snapshot, &host, options)
+                                         : WriteFrames(snapshot, &host, effect, options.framesDir);
+  drawing.op = kGdiStop;
+  GdiCommand(&drawing);
+  return status;
 }
 
 int RunRender(const RenderOptions& options) {
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
-  snapshot.messagesToStderr = true;
-  HostRecord host = ReferenceHostRecord();
-  RenderLoadDialog(&snapshot, host.hostFlags, options.customPalette, options.characterSpace, 1);
-  const Controls* dialog = &snapshot.controls;
-  const EffectEntry& effect = *CurrentEffect(dialog);
-  int status = 0;
-  if (effect.build == nullptr) {
-    status = Fail(std::string("the effect '") + effect.name + "' is not built yet");
+  RenderLoadDialog(&snapshot, ReferenceHostRecord().hostFlags, options.customPalette, options.characterSpace, 1);
+  int row = EffectRowOfSelection(ControlSelection(&snapshot.controls, kEffectListControl));
+  int status = kExitSuccess;
+  if (EffectTable[row].build == nullptr) {
+    status = CliFail(kCommand, std::string("the effect '") + EffectTable[row].name + "' is not built yet");
   } else {
-    ReferenceHostReset(options.output, true);
-    GdiOp drawing{};
-    drawing.op = kGdiStart;
-    GdiCommand(&drawing);
-    status = options.framesDir.empty() ? WriteAnimation(dialog, &host, options)
-                                       : WriteFrames(dialog, &host, effect, options.framesDir);
-    drawing.op = kGdiStop;
-    GdiCommand(&drawing);
+    WarnOfAdjustments(&snapshot.controls, row);
+    status = RunEffect(snapshot, options, row);
   }
   SnapshotClear(&snapshot);
   return status;
@@ -241,9 +323,9 @@ int CliRender(int argc, char** argv) {
   bool help = false;
   if (int status = ParseRenderOptions(argc, argv, &options, &help); status != 0) return status;
   if (help) {
-    PrintRenderUsage(stdout);
-    return 0;
+    std::fputs(kRenderUsage, stdout);
+    return CliFinishOutput(kCommand);
   }
-  if (int status = ApplySettings(options); status != 0) return status;
+  if (int status = ApplySettings(options); status != kExitSuccess) return status;
   return RunRender(options);
 }

@@ -8,11 +8,14 @@
 #include "fills/texture_file.h"
 #include "fills/texture_types.h"
 #include "host/cli.h"
+#include "host/cli_output.h"
 #include "host/cli_textures.h"
 #include "host/data_folders.h"
-#include "plugin/settings.h"
+#include "host/group_paths.h"
 
 namespace {
+
+constexpr char kCommand[] = "textures";
 
 const char* TypeName(int type) {
   return type >= 0 && type < kTextureTypeCount ? TextureTypes[type].name : "(unknown type)";
@@ -21,8 +24,8 @@ const char* TypeName(int type) {
 // Reads the group, installing the primary one first if the data folder
 // lacks it. 1, or 0 with error set.
 int LoadGroup(const char* name, TextureGroup* group, std::string* error) {
-  if (HostMakeDataFolders(error) == 0) return 0;
-  std::string path = CliTextureGroupPath(name);
+  if (GroupIsInDataFolder(name) && HostMakeDataFolders(error) == 0) return 0;
+  std::string path = GroupPath(name);
   if (TextureFileRead(path.c_str(), group) != 0) return 1;
   *error = "cannot read the texture group '" + path + "': it is missing or damaged";
   return 0;
@@ -37,11 +40,6 @@ bool ParseIndex(const char* text, int* index) {
 }
 
 }  // namespace
-
-std::string CliTextureGroupPath(const char* group) {
-  if (std::strchr(group, '/') != nullptr || std::strchr(group, '\\') != nullptr) return group;
-  return DataFolderPath(group);
-}
 
 int CliSetTextureFill(MaterialRecord* record, int argc, char** argv, std::string* error) {
   int index = 0;
@@ -68,23 +66,21 @@ void CliPrintTextureFill(const MaterialRecord& record) {
 
 int CliTextures(int argc, char** argv) {
   bool help = argc > 1 && (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0);
-  if (help || argc > 2) {
-    std::fprintf(help ? stdout : stderr,
-                 "usage: lwmotio3 textures [GROUP.fft]\n\n"
-                 "Lists a texture group's items: index, name and type. GROUP is a file name\n"
-                 "in the data folder, or the path of a group file anywhere; the primary\n"
-                 "group %s by default. lwmotio3 fill ID texture GROUP.fft INDEX takes one.\n",
-                 kPrimaryTextureGroup);
-    return help ? 0 : 2;
+  if (help) {
+    std::printf("usage: lwmotio3 textures [GROUP.fft]\n\n"
+                "Lists a texture group's items: index, name and type. GROUP is a file name\n"
+                "in the data folder, or the path of a group file anywhere; the primary\n"
+                "group %s by default. lwmotio3 fill ID texture GROUP.fft INDEX takes one.\n",
+                kPrimaryTextureGroup);
+    return kExitSuccess;
   }
+  if (argc > 2) return CliUsage(kCommand, std::string("unexpected argument '") + argv[2] + "'");
+  if (argc == 2 && argv[1][0] == '-') return CliUsage(kCommand, std::string("unknown option '") + argv[1] + "'");
   TextureGroup group{};
   std::string error;
-  if (LoadGroup(argc > 1 ? argv[1] : kPrimaryTextureGroup, &group, &error) == 0) {
-    std::fprintf(stderr, "lwmotio3 textures: %s\n", error.c_str());
-    return 1;
-  }
+  if (LoadGroup(argc > 1 ? argv[1] : kPrimaryTextureGroup, &group, &error) == 0) return CliFail(kCommand, error);
   for (int i = 0; i < group.count; ++i)
     std::printf("%3d  %-32s %s\n", i, group.items[i].name, TypeName(group.items[i].texture.TextureType));
   TextureGroupClear(&group);
-  return 0;
+  return CliFinishOutput(kCommand);
 }

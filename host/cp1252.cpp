@@ -51,3 +51,21 @@ int Utf8ToCodePage(const std::string& utf8, std::string* out, std::string* error
   }
   return 1;
 }
+
+std::string CodePageToUtf8(const std::string& text) {
+  std::string utf8;
+  for (char byte : text) {
+    std::uint32_t code = CodePageToUnicode(static_cast<unsigned char>(byte));
+    if (code < 0x80) {
+      utf8.push_back(static_cast<char>(code));
+    } else if (code < 0x800) {
+      utf8.push_back(static_cast<char>(0xC0 | code >> 6));
+      utf8.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+    } else {
+      utf8.push_back(static_cast<char>(0xE0 | code >> 12));
+      utf8.push_back(static_cast<char>(0x80 | (code >> 6 & 0x3F)));
+      utf8.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+    }
+  }
+  return utf8;
+}

@@ -1,13 +1,12 @@
 #include "host/data_folders.h"
 
+#include "host/primary_groups.h"
+
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 
-#include "fills/texture_file.h"
-#include "host/primary_texture_group.h"
 #include "plugin/settings.h"
 
 namespace {
@@ -39,21 +38,5 @@ int HostMakeDataFolders(std::string* error) {
     *error = "the user's application-data folder cannot be found";
     return 0;
   }
-  if (!HostMakeFolder(data, error)) return 0;
-  return HostInstallPrimaryGroups(error);
-}
-
-int HostInstallPrimaryGroups(std::string* error) {
-  std::string path = DataFolderPath(kPrimaryTextureGroup);
-  std::FILE* present = std::fopen(path.c_str(), "r");
-  if (present != nullptr) {
-    std::fclose(present);
-    return 1;
-  }
-  std::FILE* file = std::fopen(path.c_str(), "w");
-  bool written = file != nullptr && std::fputs(kPrimaryTextureGroupText, file) >= 0;
-  if (file != nullptr && std::fclose(file) != 0) written = false;
-  if (written) return 1;
-  *error = "cannot write the primary texture group '" + path + "'";
-  return 0;
+  return HostMakeFolder(data, error) != 0 && HostInstallPrimaryGroups(error) != 0 ? 1 : 0;
 }

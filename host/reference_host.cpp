@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <unordered_map>
@@ -138,8 +139,10 @@ std::int64_t CloseTask(bool complete) {
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
+    errno = 0;
     result = GifWriteFile(gHost.animation, gHost.outputPath);
     if (result != 0) gHost.filesWritten += 1;
+    else gHost.writeError = errno;
     ReportStatus((result != 0 ? "Wrote " : "Could not write ") + gHost.outputPath);
   }
   gHost.animation = GifAnimation{};

@@ -21,6 +21,7 @@ struct ReferenceHost {
   bool testRun;            // the last task was opened by code 5
   bool taskOpen;
   int filesWritten;
+  int writeError;  // errno of the last failed write of a task, else 0
   std::vector<std::uint32_t> codes;  // every code received, in order
   std::string lastStatus;
   GifAnimation animation;  // the open task's frames so far

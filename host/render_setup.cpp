@@ -27,29 +27,42 @@ bool IsWholeNumber(const char* text) {
 
 }  // namespace
 
-int RenderSetSetting(const std::string& assignment, std::string* error) {
+int RenderParseSetting(const std::string& assignment, const SettingRow** row, std::string* value,
+                       std::string* error) {
   std::size_t equals = assignment.find('=');
   if (equals == std::string::npos || equals == 0) {
     *error = "--set needs KEY=VALUE, not '" + assignment + "'";
     return 0;
   }
   std::string key = assignment.substr(0, equals);
-  std::string value = assignment.substr(equals + 1);
-  const SettingRow* row = SettingFind(key.c_str());
-  if (row == nullptr) {
-    *error = "unknown setting '" + key + "' (lwmotio3 settings lists them all)";
+  *value = assignment.substr(equals + 1);
+  *row = SettingFind(key.c_str());
+  if (*row == nullptr) {
+    *error = "unknown setting '" + key + "'; lwmotio3 settings lists them all";
     return 0;
   }
-  bool isText = (row->flags & kSettingString) != 0;
-  if (!isText && !IsWholeNumber(value.c_str())) {
-    *error = "setting '" + key + "' takes a whole number, not '" + value + "'";
+  if (((*row)->flags & kSettingString) == 0 && !IsWholeNumber(value->c_str())) {
+    *error = "setting '" + key + "' takes a whole number, not '" + *value + "'";
     return 0;
   }
-  if (isText && static_cast<int>(value.size()) > kTextLimit) {
-    *error = "setting '" + key + "' holds at most 260 bytes";
+  return 1;
+}
+
+int RenderSetSetting(const std::string& assignment, std::string* error) {
+  const SettingRow* row = nullptr;
+  std::string value;
+  if (!RenderParseSetting(assignment, &row, &value, error)) return 0;
+  if ((row->flags & kSettingString) == 0) {
+    SettingStore(row, value.c_str());
+    return 1;
+  }
+  std::string text;
+  if (!Utf8ToCodePage(value, &text, error)) return 0;
+  if (static_cast<int>(text.size()) > kTextLimit) {
+    *error = std::string("setting '") + row->name + "' holds at most 260 characters";
     return 0;
   }
-  SettingStore(row, value.c_str());
+  SettingStore(row, text.c_str());
   return 1;
 }
 

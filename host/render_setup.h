@@ -6,10 +6,18 @@
 #include <string>
 
 #include "plugin/controls_snapshot.h"
+#include "plugin/settings.h"
+
+// Splits KEY=VALUE and finds its row. Refuses a missing "=", an unknown key,
+// and a number setting whose value is not a whole number: mistakes of usage.
+// 0 with error set on refusal.
+int RenderParseSetting(const std::string& assignment, const SettingRow** row, std::string* value,
+                       std::string* error);
 
 // Stores KEY=VALUE into the setting named KEY, as a line of the settings
-// file would. Refuses an unknown key, and a number setting whose value is not
-// a whole number. 0 with error set on refusal.
+// file would; a text value arrives in UTF-8 and is stored in the code page.
+// Refuses what RenderParseSetting refuses, and text that the code page
+// cannot hold or that is longer than 260 bytes. 0 with error set on refusal.
 int RenderSetSetting(const std::string& assignment, std::string* error);
 
 // The effect's row from its display name (any case) or row number; -1 if

@@ -27,10 +27,10 @@ const char* AppDataPath(const char* fileName) {
 
 const char* DataFolderPath(const char* name) {
   static char path[kAppDataPathSize];
-  char relative[kAppDataPathSize];
+  char inFolder[kAppDataPathSize];
   path[0] = '\0';
-  int length = std::snprintf(relative, sizeof relative, "Lettermotion 3\\%s", name);
-  if (length < 0 || length >= static_cast<int>(sizeof relative)) return path;
-  std::snprintf(path, sizeof path, "%s", AppDataPath(relative));
+  int length = std::snprintf(inFolder, sizeof inFolder, "Lettermotion 3\\%s", name);
+  if (length < 0 || length >= static_cast<int>(sizeof inFolder)) return path;
+  std::snprintf(path, sizeof path, "%s", AppDataPath(inFolder));
   return path;
 }

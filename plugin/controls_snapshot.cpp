@@ -95,13 +95,22 @@ constexpr ControlsOps kSnapshotOps = {SnapshotText,      SnapshotChecked,    Sna
                                       nullptr,           nullptr,            nullptr,
                                       SnapshotShowMessage, SnapshotWaitCursor};
 
+void ReleaseData(ControlsSnapshot* snapshot, int id, MemHandle block) {
+  auto release = snapshot->releases.find(id);
+  if (release != snapshot->releases.end())
+    release->second(block);
+  else
+    MemFree(block);
+}
+
 }  // namespace
 
 void SnapshotInit(ControlsSnapshot* snapshot) { snapshot->controls = {&kSnapshotOps, snapshot, nullptr}; }
 
 void SnapshotClear(ControlsSnapshot* snapshot) {
-  for (auto& entry : snapshot->data) MemFree(entry.second);
+  for (auto& entry : snapshot->data) ReleaseData(snapshot, entry.first, entry.second);
   snapshot->data.clear();
+  snapshot->releases.clear();
   snapshot->texts.clear();
   snapshot->checks.clear();
   snapshot->selections.clear();
@@ -121,6 +130,12 @@ void SnapshotSetSelection(ControlsSnapshot* snapshot, int id, int index) { snaps
 
 void SnapshotSetData(ControlsSnapshot* snapshot, int id, MemHandle block) {
   MemHandle& slot = snapshot->data[id];
-  if (slot != block) MemFree(slot);
+  if (slot != block) ReleaseData(snapshot, id, slot);
+  snapshot->releases.erase(id);
   slot = block;
+}
+
+void SnapshotSetOwningData(ControlsSnapshot* snapshot, int id, MemHandle block, void (*release)(MemHandle)) {
+  SnapshotSetData(snapshot, id, block);
+  snapshot->releases[id] = release;
 }

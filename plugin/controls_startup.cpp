@@ -2,9 +2,11 @@
 
 #include "fills/fountain_button.h"
 #include "fills/material.h"
+#include "fills/matrix_button.h"
 #include "fills/noise_record.h"
 #include "plugin/control_table.h"
 #include "plugin/host_interface.h"
+#include "plugin/settings.h"
 
 namespace {
 
@@ -15,14 +17,17 @@ constexpr int kCharacterSpacingId = 34;
 constexpr const char* kCharacterSpacingStart = "90";
 
 // What each control holds before the table loads it: the up-downs' ranges
-// and the records the fill swatches, gradient bars and the noise swatch make
-// for themselves when created. The tile list makes its own in its set-up,
-// which the headless dialog does not run yet.
+// and the records the fill swatches, gradient bars, the tile button and the
+// noise swatch make for themselves when created.
 void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
   for (const ControlRow& row : ControlTable) {
     if (row.kind == kControlNumber) SnapshotSetText(snapshot, row.id + kUpDownIdOffset, row.paramText);
     if (row.kind == kControlCustom && row.subclass == kClassFillSwatch) {
-      SnapshotSetData(snapshot, row.id, MaterialSetUp(row.id, static_cast<std::uint32_t>(row.param), useFiles));
+      SnapshotSetOwningData(snapshot, row.id, MaterialSetUp(row.id, static_cast<std::uint32_t>(row.param), useFiles),
+                            MaterialRelease);
+    }
+    if (row.kind == kControlCustom && row.subclass == kClassMuralList) {
+      SnapshotSetOwningData(snapshot, row.id, MatrixButtonSetUp(static_cast<int>(MainMuralIndex)), MatrixButtonRelease);
     }
     if (row.kind == kControlCustom && row.subclass == kClassGradientBar)
       SnapshotSetData(snapshot, row.id, FountainSetUp(row.id, row.caption, row.limit, useFiles));

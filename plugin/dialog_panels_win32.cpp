@@ -8,6 +8,7 @@
 #include "dialogkit/wells_win32.h"
 #include "fills/fountain_button_win32.h"
 #include "fills/material_swatch_win32.h"
+#include "fills/matrix_button_win32.h"
 #include "fills/noise_swatch_win32.h"
 #include "plugin/control_table.h"
 #include "plugin/build_pipeline.h"
@@ -39,6 +40,8 @@ WNDPROC ClassProcedure(ControlClass subclass) {
       return ScrollWellProc;
     case kClassTwoWayWell:
       return TwoWayWellProc;
+    case kClassMuralList:
+      return MatrixButtonProc;
     default:
       return nullptr;
   }

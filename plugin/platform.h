@@ -17,3 +17,8 @@ void PlatformMachineOwner(char* owner, int ownerSize, char* organisation, int or
 
 // The folder separator of this platform's paths.
 extern const char kPlatformPathSeparator;
+
+// The machine's owner and organisation as the system records them, for the
+// heads of the group files; "Unknown user" when there is no owner, and an
+// empty organisation when there is none. Each buffer holds size bytes.
+void PlatformMachineOwner(char* owner, char* organisation, int size);

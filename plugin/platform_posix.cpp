@@ -1,5 +1,5 @@
 // Headless side of the settings seam: the XDG configuration folder, no
-// keyboard, so Shift is never held, and the account's full name as owner.
+// keyboard, so Shift is never held, and the user's full name as the owner.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -27,21 +27,12 @@ int PlatformUserDataFolder(char* buffer, int size) {
 bool PlatformShiftHeld() { return false; }
 bool PlatformAltHeld() { return false; }
 
-// The full name of the account (the first field of its comment), else its
-// login name; the organisation from $ORGANIZATION, as news readers have it.
-void PlatformMachineOwner(char* owner, int ownerSize, char* organisation, int organisationSize) {
+// The first field of the account's full name, or the login name.
+void PlatformMachineOwner(char* owner, char* organisation, int size) {
   const passwd* account = getpwuid(getuid());
-  const char* name = "Unknown user";
-  int nameLength = static_cast<int>(std::strlen(name));
-  if (account != nullptr && account->pw_gecos != nullptr && account->pw_gecos[0] != '\0' &&
-      account->pw_gecos[0] != ',') {
-    name = account->pw_gecos;
-    nameLength = static_cast<int>(std::strcspn(name, ","));
-  } else if (account != nullptr && account->pw_name != nullptr && account->pw_name[0] != '\0') {
-    name = account->pw_name;
-    nameLength = static_cast<int>(std::strlen(name));
-  }
-  std::snprintf(owner, ownerSize, "%.*s", nameLength, name);
-  const char* company = std::getenv("ORGANIZATION");
-  std::snprintf(organisation, organisationSize, "%s", company != nullptr ? company : "");
+  const char* name = account != nullptr ? account->pw_gecos : nullptr;
+  if (name == nullptr || name[0] == '\0' || name[0] == ',') name = account != nullptr ? account->pw_name : nullptr;
+  std::snprintf(owner, size, "%s", name != nullptr && name[0] != '\0' ? name : "Unknown user");
+  if (char* comma = std::strchr(owner, ',')) *comma = '\0';
+  organisation[0] = '\0';
 }

@@ -1,5 +1,5 @@
 // Windows side of the settings seam: the shell's roaming application-data
-// folder, the keyboard state and the registered owner.
+// folder and the keyboard state.
 #include <windows.h>
 #include <shlobj.h>
 
@@ -26,25 +26,26 @@ bool PlatformAltHeld() { return GetKeyState(VK_MENU) < 0; }
 
 namespace {
 
-// One text value of the system's version key, or fallback.
-void ReadVersionText(const char* valueName, const char* fallback, char* buffer, int size) {
-  std::snprintf(buffer, size, "%s", fallback);
-  HKEY key;
+// A string value of the Windows NT version key, or "" when there is none.
+void VersionKeyValue(const char* name, char* buffer, int size) {
+  buffer[0] = '\0';
+  HKEY key = nullptr;
   if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion", 0, KEY_READ, &key) !=
       ERROR_SUCCESS)
     return;
-  char text[MAX_PATH] = {};
-  DWORD length = sizeof text - 1;
   DWORD type = 0;
-  if (RegQueryValueExA(key, valueName, nullptr, &type, reinterpret_cast<BYTE*>(text), &length) == ERROR_SUCCESS &&
-      type == REG_SZ)
-    std::snprintf(buffer, size, "%s", text);
+  DWORD length = static_cast<DWORD>(size - 1);
+  if (RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(buffer), &length) != ERROR_SUCCESS ||
+      type != REG_SZ)
+    length = 0;
+  buffer[length < static_cast<DWORD>(size) ? length : size - 1] = '\0';
   RegCloseKey(key);
 }
 
 }  // namespace
 
-void PlatformMachineOwner(char* owner, int ownerSize, char* organisation, int organisationSize) {
-  ReadVersionText("RegisteredOwner", "Unknown user", owner, ownerSize);
-  ReadVersionText("RegisteredOrganization", "", organisation, organisationSize);
+void PlatformMachineOwner(char* owner, char* organisation, int size) {
+  VersionKeyValue("RegisteredOwner", owner, size);
+  if (owner[0] == '\0') std::snprintf(owner, size, "%s", "Unknown user");
+  VersionKeyValue("RegisteredOrganization", organisation, size);
 }

@@ -274,9 +274,9 @@ constexpr int kAppDataPathSize = 1024;
 const char* AppDataPath(const char* fileName);
 
 // Path of name in the plug-in's data folder, "Lettermotion 3" in the maker's
-// folder: the home of the fill files and the texture and tile groups. A
-// static buffer of its own; empty when the folder cannot be had. An empty
-// name gives the folder itself, ending in a separator.
+// folder: the groups of textures and tiles live there. A static buffer of its
+// own; empty when the folder cannot be had. An empty name gives the folder
+// with a closing separator.
 const char* DataFolderPath(const char* name);
 
 // The settings file: AppDataPath("LWMOTIO3.INI") unless an explicit path was

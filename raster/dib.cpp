@@ -56,9 +56,15 @@ Span ClipSpan(int count, int destinationStart, int destinationSize, int sourceSt
 
 }  // namespace
 
+bool DibSizeFits(std::int64_t width, std::int64_t height, int bitCount) {
+  if (width < 0 || height < 0 || width > INT32_MAX / 32) return false;
+  const std::int64_t stride = (bitCount * width + 31) / 32 * 4;
+  return stride * height <= INT32_MAX;
+}
+
 DibHandle DibNew(int width, int height, const std::uint8_t* palette, int depthWish) {
-  if (width < 0 || height < 0) return nullptr;
   DepthChoice depth = DepthForWish(depthWish);
+  if (!DibSizeFits(width, height, depth.bitCount)) return nullptr;
   std::size_t size = kDibHeadSize + static_cast<std::size_t>(DibColourTableBytes(depth.bitCount)) +
                      static_cast<std::size_t>(DibStride(depth.bitCount, width)) * static_cast<std::size_t>(height);
   DibOwner block(MemAlloc(kMemMoveableZeroed, size));

@@ -146,6 +146,10 @@ inline int DibSizeOf(DibHandle dib, int* width, int* height) {
   return lock.head != nullptr ? 1 : 0;
 }
 
+// Whether a bitmap of this size and bit count can be made at all: its pixel
+// bytes must be countable in the head's 32-bit size field.
+bool DibSizeFits(std::int64_t width, std::int64_t height, int bitCount);
+
 // Constructors: each returns a new block owned by the caller, or null with
 // nothing left allocated.
 // Depth wish: 0 and above 24 give 32 bits, 1 gives 1, 2-4 give 4, 5-8 give 8,
@@ -170,6 +174,12 @@ DibHandle DibFromBmpFile(const std::uint8_t* bytes, std::size_t size, std::int32
 // Copies the pixels that lie inside both bitmaps. Always 1.
 int DibRegionCopy(DibHead* destination, int destinationX, int destinationY, const DibHead* source, int sourceX,
                   int sourceY, int width, int height);
+// 1 when both bitmaps lock and have the same width, height, depth and
+// pixels; 0 otherwise.
+int DibSamePicture(DibHandle first, DibHandle second);
+// The bytes of a row from its first to its last non-zero one: first and stop
+// (exclusive), equal when the row is all zero.
+void DibRowInk(const std::uint8_t* row, int bytes, int* first, int* stop);
 // Clears the 768-byte palette and copies the colour table out, red first.
 // Returns the number of colours, 0 above 8 bits.
 int DibPaletteOf(const DibHead* head, std::uint8_t* palette);

@@ -1,7 +1,9 @@
 // The resampler. A pass computes the weights of every output position once,
 // then sums whole lines of bytes: each channel of each pixel is one double,
 // the source samples added in ascending order, exactly as a plain loop over
-// the pixel functions would add them.
+// the pixel functions would add them. Zero samples are not visited: a term of
+// weight times zero leaves every partial sum as it was, so mostly empty
+// pictures (a stamp, a mask) cost only their inked parts.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -77,13 +79,38 @@ inline std::uint8_t RoundChannel(double value) {
   return static_cast<std::uint8_t>(static_cast<int>(value + 0.5));
 }
 
+// The pixels of a row from the first to the last that has a non-zero byte;
+// first == stop for a blank row.
+struct InkSpan {
+  int first;
+  int stop;
+};
+
+std::unique_ptr<InkSpan[]> RowInk(const DibHead* image, int channels) {
+  std::unique_ptr<InkSpan[]> inks(new (std::nothrow) InkSpan[image->biHeight]);
+  if (inks == nullptr) return nullptr;
+  const int bytes = image->biWidth * channels;
+  for (int y = 0; y < image->biHeight; ++y) {
+    int first = 0;
+    int last = 0;
+    DibRowInk(DibRow(image, y), bytes, &first, &last);
+    inks[y] = first < last ? InkSpan{first / channels, (last - 1) / channels + 1} : InkSpan{0, 0};
+  }
+  return inks;
+}
+
+// The target is zeroed when made, so positions whose samples are all
+// outside the ink are left as they are.
 template <int channels>
-void FilterRowsAcross(const PassWeights& pass, const DibHead* source, DibHead* target) {
+void FilterRowsAcross(const PassWeights& pass, const DibHead* source, DibHead* target, const InkSpan* inks) {
   for (int y = 0; y < target->biHeight; ++y) {
+    const InkSpan ink = inks[y];
+    if (ink.first == ink.stop) continue;
     const std::uint8_t* in = DibRow(source, y);
     std::uint8_t* out = DibRow(target, y);
     for (int x = 0; x < target->biWidth; ++x) {
       const SampleSpan& span = pass.spans[x];
+      if (span.first >= ink.stop || span.first + span.count <= ink.first) continue;
       const double* weights = pass.weights.get() + span.offset;
       const std::uint8_t* samples = in + static_cast<std::ptrdiff_t>(span.first) * channels;
       double sums[channels] = {};
@@ -95,19 +122,26 @@ void FilterRowsAcross(const PassWeights& pass, const DibHead* source, DibHead* t
 }
 
 void FilterColumnsDown(const PassWeights& pass, const DibHead* source, DibHead* target, int channels,
-                       double* line) {
-  int bytes = target->biWidth * channels;
+                       double* line, const InkSpan* inks) {
   for (int y = 0; y < target->biHeight; ++y) {
     const SampleSpan& span = pass.spans[y];
     const double* weights = pass.weights.get() + span.offset;
-    std::fill(line, line + bytes, 0.0);
+    InkSpan reach = {target->biWidth, 0};
     for (int k = 0; k < span.count; ++k) {
+      const InkSpan ink = inks[span.first + k];
+      if (ink.first == ink.stop) continue;
+      reach = {std::min(reach.first, ink.first), std::max(reach.stop, ink.stop)};
+    }
+    if (reach.first >= reach.stop) continue;
+    std::fill(line + reach.first * channels, line + reach.stop * channels, 0.0);
+    for (int k = 0; k < span.count; ++k) {
+      const InkSpan ink = inks[span.first + k];
       const std::uint8_t* in = DibRow(source, span.first + k);
       double weight = weights[k];
-      for (int i = 0; i < bytes; ++i) line[i] += weight * in[i];
+      for (int i = ink.first * channels; i < ink.stop * channels; ++i) line[i] += weight * in[i];
     }
     std::uint8_t* out = DibRow(target, y);
-    for (int i = 0; i < bytes; ++i) out[i] = RoundChannel(line[i]);
+    for (int i = reach.first * channels; i < reach.stop * channels; ++i) out[i] = RoundChannel(line[i]);
   }
 }
 
@@ -130,15 +164,19 @@ int ResampleColumns(const DibHead* source, DibHead* target, double factor, const
   PassWeights pass;
   PassShape shape{source->biWidth, target->biWidth, factor, blur, capacity};
   if (ComputePassWeights(shape, filter, &pass) == 0) return 0;
-  switch (ChannelsOf(source)) {
+  const int channels = ChannelsOf(source);
+  if (channels == 0) return 1;
+  std::unique_ptr<InkSpan[]> inks(RowInk(source, channels));
+  if (inks == nullptr) return 0;
+  switch (channels) {
     case 1:
-      FilterRowsAcross<1>(pass, source, target);
+      FilterRowsAcross<1>(pass, source, target, inks.get());
       break;
     case 3:
-      FilterRowsAcross<3>(pass, source, target);
+      FilterRowsAcross<3>(pass, source, target, inks.get());
       break;
     case 4:
-      FilterRowsAcross<4>(pass, source, target);
+      FilterRowsAcross<4>(pass, source, target, inks.get());
       break;
     default:
       break;
@@ -153,9 +191,11 @@ int ResampleRows(const DibHead* source, DibHead* target, double factor, const Re
   PassShape shape{source->biHeight, target->biHeight, factor, blur, capacity};
   if (ComputePassWeights(shape, filter, &pass) == 0) return 0;
   int channels = ChannelsOf(source);
+  if (channels == 0) return 1;
   std::unique_ptr<double[]> line(new (std::nothrow) double[static_cast<std::size_t>(target->biWidth) * 4 + 1]);
-  if (line == nullptr) return 0;
-  if (channels > 0) FilterColumnsDown(pass, source, target, channels, line.get());
+  std::unique_ptr<InkSpan[]> inks(RowInk(source, channels));
+  if (line == nullptr || inks == nullptr) return 0;
+  FilterColumnsDown(pass, source, target, channels, line.get(), inks.get());
   return 1;
 }
 

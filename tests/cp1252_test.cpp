@@ -15,6 +15,7 @@ TEST(Cp1252, ConvertsEveryRepresentableCharacter) {
   ASSERT_EQ(Utf8ToCodePage("caf\xC3\xA9 \xE2\x82\xAC \xC3\x9F\xC3\xBF \xE2\x80\x9Cq\xE2\x80\x9D \xC5\xB8", &out, &error),
             1);
   EXPECT_EQ(out, "caf\xE9 \x80 \xDF\xFF \x93q\x94 \x9F");
+  EXPECT_EQ(CodePageToUtf8(out), "caf\xC3\xA9 \xE2\x82\xAC \xC3\x9F\xC3\xBF \xE2\x80\x9Cq\xE2\x80\x9D \xC5\xB8");
   ASSERT_EQ(Utf8ToCodePage("", &out, &error), 1);
   EXPECT_EQ(out, "");
 }

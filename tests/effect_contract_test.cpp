@@ -128,6 +128,24 @@ TEST(Composite, OutlineAtTheMaskOrShiftedOnePixelLeft) {
     }
 }
 
+// A single letter's mask is laid at its place with the fill read at the
+// frame's; its ring lands one up and left, loses its top row and left
+// column and is scaled by the letter's level.
+TEST(Composite, LetterMaskAtItsPlaceAndItsRingOnlyRightAndBelow) {
+  TestBitmap frame(6, 4, 24), fill(6, 4, 24), letter(2, 2, 8), ring(3, 3, 8);
+  DibPutPixel(fill.head, 4, 3, 0x0000FF);
+  DibPutPixel(letter.head, 1, 1, 255);
+  CompositeFillAt(frame.head, fill.head, letter.head, 3, 2);
+  EXPECT_EQ(At(frame.head, 4, 3), 0x0000FFu);
+
+  FillWith(ring.head, 255);
+  CompositeLetterOutline(frame.head, 0xFFFFFF, ring.head, 1, 1, 128);
+  EXPECT_EQ(At(frame.head, 0, 0), 0u);  // the ring's corner is not used
+  EXPECT_EQ(At(frame.head, 1, 1), 0x808080u);
+  EXPECT_EQ(At(frame.head, 2, 2), 0x808080u);
+  EXPECT_EQ(At(frame.head, 3, 1), 0u);
+}
+
 class EffectControls : public ::testing::Test {
  protected:
   void SetUp() override { SnapshotInit(&snapshot); }

@@ -1,7 +1,11 @@
 // Shared by the effect tests: an effect run against the headless dialog as
-// it stands after start-up with the compiled-in settings and no saved fills.
+// it stands after start-up with the compiled-in settings and no saved fills,
+// for a palette host.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <cstdint>
 #include <vector>
 
 #include "effects/effect.h"
@@ -27,6 +31,39 @@ class EffectOnDefaults : public GdiStarted {
     std::vector<FrameRecord> out(records, records + frames_.count);
     MemUnlock(frames_.records);
     return out;
+  }
+
+  // Runs the row's build into a fresh list; the build's result.
+  int Build(int row) {
+    FrameListFree(&frames_);
+    frames_ = FrameList{};
+    context_.flags = 0;
+    return EffectTable[row].build(&context_);
+  }
+
+  std::vector<std::uint32_t> Delays() {
+    std::vector<std::uint32_t> delays;
+    for (int i = 0; i < frames_.count; ++i) {
+      FrameRecord record;
+      FrameRecordRead(&frames_, i, &record);
+      delays.push_back(record.delay);
+    }
+    return delays;
+  }
+
+  // The row's preview picture, taken over from the context; empty for none.
+  Pixels Preview(int row) {
+    context_.flags = 0;
+    context_.previewBitmap = nullptr;
+    EffectTable[row].preview(&context_);
+    return TakePixels(context_.previewBitmap);
+  }
+
+  // The pixels of frame i, copied out.
+  Pixels FramePixels(int i) {
+    FrameRecord record;
+    if (FrameRecordRead(&frames_, i, &record) == 0) return {};
+    return TakePixels(DibClone(record.image));
   }
 
   ControlsSnapshot snapshot_;

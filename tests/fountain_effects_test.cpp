@@ -4,27 +4,14 @@
 
 #include "effects/radial_fountain.h"
 #include "effects/zaxis_fountain.h"
-#include "plugin/controls_startup.h"
-#include "tests/text_test_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
 // The two fountain effects against the headless dialog after start-up with
 // the compiled-in settings: the gradient bars hold the rainbow.
-class FountainEffect : public GdiStarted {
+class FountainEffect : public EffectOnDefaults {
  protected:
-  void SetUp() override {
-    SettingsReset();
-    SnapshotInit(&snapshot_);
-    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
-    context_.dialog = &snapshot_.controls;
-    context_.frames = &frames_;
-  }
-  void TearDown() override {
-    FrameListFree(&frames_);
-    SnapshotClear(&snapshot_);
-  }
-
   int Built(int (*build)(EffectContext*)) {
     FrameListFree(&frames_);
     context_.flags = 0;
@@ -32,16 +19,7 @@ class FountainEffect : public GdiStarted {
     return static_cast<int>(frames_.count);
   }
 
-  DibHandle FirstFrame() {
-    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
-    DibHandle image = records[0].image;
-    MemUnlock(frames_.records);
-    return image;
-  }
-
-  ControlsSnapshot snapshot_;
-  FrameList frames_{};
-  EffectContext context_{};
+  DibHandle FirstFrame() { return Frames()[0].image; }
 };
 
 int ColourCount(DibHandle dib) {

@@ -71,6 +71,10 @@ TEST(FountainRamp, TwoColourEndsPadsAndMidpoint) {
     EXPECT_EQ(padded[99 - i], kBlue) << i;
   }
   EXPECT_EQ(padded[46], 0x19'00E5u);  // one tenth of the way: 255 * 0.1 = 25
+  // A pad past the control's range, as a file may hold it, stays on the ramp.
+  spec.edgePad = 0x7FFFFFFF;
+  std::vector<std::uint32_t> held = RampOf(spec, 7);
+  EXPECT_EQ(held, (std::vector<std::uint32_t>{kRed, kRed, kRed, kRed, kBlue, kBlue, kBlue}));
 
   // Away from 50 the half-way colour sits at the midpoint's share of the
   // line, whatever the pad, and the end pad is lost: the blend runs on to

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "host/data_folders.h"
-#include "host/primary_texture_group.h"
+#include "host/primary_groups.h"
 #include "scoped_variable_posix.h"
 
 namespace {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -87,11 +88,16 @@ DibHandle ReferenceResample(DibHandle sourceDib, int width, int height) {
 
 // ---- Helpers ------------------------------------------------------------------------------
 
-DibHandle RandomPicture(int width, int height, int depth, std::mt19937* random) {
+// Noise everywhere, or (sparse) only in a slanted band and a few dots, with
+// blank rows and blank stretches of rows as a stamp or a mask has them.
+DibHandle RandomPicture(int width, int height, int depth, std::mt19937* random, bool sparse = false) {
   DibHandle dib = DibNew(width, height, nullptr, depth);
   DibLock lock(dib);
   for (int y = 0; y < height; ++y)
-    for (int x = 0; x < width; ++x) DibPutPixel(lock.head, x, y, (*random)());
+    for (int x = 0; x < width; ++x) {
+      const bool inked = !sparse || std::abs(x - y * width / height) < 3 || (*random)() % 61 == 0;
+      if (inked) DibPutPixel(lock.head, x, y, (*random)());
+    }
   return dib;
 }
 
@@ -106,14 +112,16 @@ TEST(Resample, MatchesThePlainReferenceByteForByte) {
   };
   const Case cases[] = {{40, 30, 97, 61}, {97, 61, 40, 30}, {50, 20, 200, 5},  {13, 80, 6, 300},
                         {64, 64, 16, 16}, {1, 9, 35, 9},    {33, 17, 34, 16}, {400, 100, 25, 6}};
-  for (int depth : {8, 24, 32}) {
-    for (const Case& c : cases) {
-      DibOwner source(RandomPicture(c.width, c.height, depth, &random));
-      DibOwner fast(DibResample(source.get(), c.newWidth, c.newHeight, 1.0));
-      DibOwner plain(ReferenceResample(source.get(), c.newWidth, c.newHeight));
-      ASSERT_NE(fast, nullptr);
-      EXPECT_TRUE(SameBytes(fast.get(), plain.get()))
-          << depth << " bits " << c.width << "x" << c.height << " -> " << c.newWidth << "x" << c.newHeight;
+  for (bool sparse : {false, true}) {
+    for (int depth : {8, 24, 32}) {
+      for (const Case& c : cases) {
+        DibOwner source(RandomPicture(c.width, c.height, depth, &random, sparse));
+        DibOwner fast(DibResample(source.get(), c.newWidth, c.newHeight, 1.0));
+        DibOwner plain(ReferenceResample(source.get(), c.newWidth, c.newHeight));
+        ASSERT_NE(fast, nullptr);
+        EXPECT_TRUE(SameBytes(fast.get(), plain.get())) << depth << " bits " << c.width << "x" << c.height << " -> "
+                                                        << c.newWidth << "x" << c.newHeight << " sparse " << sparse;
+      }
     }
   }
 }

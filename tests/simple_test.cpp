@@ -3,38 +3,16 @@
 
 #include "effects/simple.h"
 #include "effects/text_frame.h"
-#include "plugin/controls_startup.h"
-#include "tests/text_test_support.h"
+#include "tests/effect_test_support.h"
 
 namespace {
 
-// Simple run against the headless dialog as it stands after start-up with
-// the compiled-in settings and no saved fills.
-class SimpleEffect : public GdiStarted {
+class SimpleEffect : public EffectOnDefaults {
  protected:
   void SetUp() override {
-    SettingsReset();
-    SnapshotInit(&snapshot_);
-    SnapshotFromSettings(&snapshot_, kHostFlagPaletteFormat, 0);
-    context_.dialog = &snapshot_.controls;
-    context_.frames = &frames_;
+    EffectOnDefaults::SetUp();
     context_.extra = &still_;
   }
-  void TearDown() override {
-    FrameListFree(&frames_);
-    SnapshotClear(&snapshot_);
-  }
-
-  std::vector<FrameRecord> Frames() {
-    auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
-    std::vector<FrameRecord> out(records, records + frames_.count);
-    MemUnlock(frames_.records);
-    return out;
-  }
-
-  ControlsSnapshot snapshot_;
-  FrameList frames_{};
-  EffectContext context_{};
   SimpleExtra still_{0, 0};
 };
 
@@ -67,18 +45,17 @@ TEST_F(SimpleEffect, FrameIsTheMeasuredTextPlusMarginsAndShadowOffset) {
 TEST_F(SimpleEffect, StillBuildIsOneFrameAndScrollingBuildPausesTwice) {
   SnapshotSetCheck(&snapshot_, 32, 0);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  auto still = Frames();
-  ASSERT_EQ(still.size(), 1u);
-  EXPECT_EQ(still[0].delay, 8u);  // the palette host's delay default
-  EXPECT_EQ(still[0].transparentIndex, -1);
+  ASSERT_EQ(Delays(), std::vector<std::uint32_t>{8u});  // the palette host's delay default
+  FrameRecord still;
+  FrameRecordRead(&frames_, 0, &still);
+  EXPECT_EQ(still.transparentIndex, -1);
 
   FrameListFree(&frames_);
   SnapshotSetCheck(&snapshot_, 32, 1);
   SnapshotSetNumber(&snapshot_, 117, 16);
   SnapshotSetNumber(&snapshot_, 33, 100);
   ASSERT_EQ(SimpleBuild(&context_), 1);
-  std::vector<std::uint32_t> delays;
-  for (const FrameRecord& frame : Frames()) delays.push_back(frame.delay);
+  std::vector<std::uint32_t> delays = Delays();
   ASSERT_EQ(delays.size(), 16u);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 108u), 2);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 8u), 14);

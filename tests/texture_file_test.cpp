@@ -8,7 +8,7 @@
 #include <string>
 
 #include "fills/texture_file.h"
-#include "host/primary_texture_group.h"
+#include "host/primary_groups.h"
 
 namespace {
 

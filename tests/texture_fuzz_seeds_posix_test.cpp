@@ -10,7 +10,7 @@
 
 #include "fills/noise_record.h"
 #include "fills/texture_file.h"
-#include "host/primary_texture_group.h"
+#include "host/primary_groups.h"
 
 namespace {
 

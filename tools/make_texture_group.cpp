@@ -116,7 +116,7 @@ bool WriteSource(const char* path, const std::string& text) {
   std::FILE* out = std::fopen(path, "w");
   if (out == nullptr) return false;
   std::fprintf(out, "// Made by tools/make_texture_group.cpp: the primary texture group.\n");
-  std::fprintf(out, "#include \"host/primary_texture_group.h\"\n\nconst char kPrimaryTextureGroupText[] =\n");
+  std::fprintf(out, "#include \"host/primary_groups.h\"\n\nconst char kPrimaryTextureGroupText[] =\n");
   std::size_t start = 0;
   while (start < text.size()) {
     std::size_t end = text.find('\n', start);

@@ -2,13 +2,7 @@
 # lwmotio3 fill from the outside: a colour set red first reaches the frames
 # red first; refusals are one line, exit 2, and leave the file as it was.
 # usage: fill_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/cli_test_setup.sh"
 
 "$cli" fill | grep -q "^ 105  Simple" || fail "fill does not list Simple's background 105"
 

@@ -3,13 +3,7 @@
 # index.html with the frame count its file really has; the user's own
 # settings and fills are not read.
 # usage: gallery_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/cli_test_setup.sh"
 
 # A user file that would change every render: the gallery must not see it.
 mkdir -p "$XDG_CONFIG_HOME/Brindle Foundries"

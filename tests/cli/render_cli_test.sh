@@ -3,14 +3,7 @@
 # folder are written and readable; every refusal is one line on stderr, a
 # non-zero exit, and no output file.
 # usage: render_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
-failures=0
-
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/cli_test_setup.sh"
 
 # refuses EXIT_CODE MESSAGE_PART ARGS...: the run must exit with the code,
 # say MESSAGE_PART on exactly one line, and leave no out.gif behind.
@@ -26,9 +19,9 @@ refuses() {
   rm -f out.gif out.gif.tmp
 }
 
-refuses 1 "unknown setting 'NoSuchKey'" --set NoSuchKey=1
-refuses 1 "takes a whole number" --set MainDelay=ten
-refuses 1 "needs KEY=VALUE" --set MainDelay
+refuses 2 "unknown setting 'NoSuchKey'" --set NoSuchKey=1
+refuses 2 "takes a whole number" --set MainDelay=ten
+refuses 2 "needs KEY=VALUE" --set MainDelay
 refuses 1 "the text is empty" --text ""
 refuses 1 "cannot be written in Windows-1252" --text "Ωmega"
 refuses 1 "is not built yet" --effect Inferno
@@ -40,13 +33,17 @@ refuses 2 "from 50 to 150" --character-space 151
 "$cli" render -o "$work/no/such/folder/out.gif" 2>err.txt
 [ $? -eq 1 ] && grep -q "cannot write" err.txt || fail "an unwritable output was not refused: $(cat err.txt)"
 
+# A spiral too large to hold ends as a failed build, not a crash.
+"$cli" render -o out.gif --effect Spiral --set MainFontSize=144 --text "$(printf '%0260d' 0 | tr 0 W)" 2>err.txt
+[ $? -eq 1 ] && grep -q "Memory error" err.txt && [ ! -e out.gif ] || fail "a huge spiral did not fail cleanly: $(cat err.txt)"
+
 "$cli" render --help | grep -q -- "--frames-dir" || fail "render --help does not document --frames-dir"
 "$cli" effects | grep -q "17  Simple" || fail "effects does not list Simple at row 17"
 
-"$cli" render -o default.gif --effect simple --text "Café" 2>err.txt || fail "default render failed: $(cat err.txt)"
+"$cli" render -q -o default.gif --effect simple --text "Café" 2>err.txt || fail "default render failed: $(cat err.txt)"
 frames=$(identify default.gif 2>/dev/null | wc -l)
 [ "$frames" -eq 32 ] || fail "default render has $frames frames, not 32"
-[ -d "$XDG_CONFIG_HOME/Brindle Foundries/Lettermotion 3" ] || fail "the data folder was not made"
+[ ! -e "$XDG_CONFIG_HOME/Brindle Foundries" ] || fail "a render made the data folder, which it does not need"
 
 "$cli" render --frames-dir frames --set MainSimpleFrames=5 2>err.txt || fail "frame folder failed: $(cat err.txt)"
 [ "$(wc -l <frames/index.txt)" -eq 5 ] || fail "index.txt does not list 5 frames"

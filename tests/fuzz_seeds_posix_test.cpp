@@ -1,0 +1,58 @@
+// Seed corpora for the fuzz targets, written by the readers' own writers
+// when LW_FUZZ_SEEDS names a folder: <folder>/settings_file and
+// <folder>/material_file, one file per seed.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "fills/material.h"
+#include "plugin/settings.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void WriteBytes(const fs::path& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+void WriteSettingsSeeds(const fs::path& folder) {
+  SettingsReset();
+  ASSERT_EQ(SettingsSaveFile((folder / "defaults.ini").c_str(), 0), 1);
+  // Prefix keys, an empty line, wrapped and clamped numbers, long and
+  // unterminated text, Windows line ends.
+  WriteBytes(folder / "edges.ini",
+             ";comment\n[PlugIn]\n\nMainDel=0\nMainPadding = -10\nMainFontSize==500\r\n"
+             "MainSimpleScrollDirection = 9\nMainEffect = 99\nMainText = " +
+                 std::string(300, 'x') + "\nMainFontName = \xC9\xE8 \nMainPalette=4294967295");
+  SettingsReset();
+}
+
+void WriteMaterialSeeds(const fs::path& folder) {
+  for (std::uint32_t kind = 0; kind < kMaterialKindCount + 1; ++kind) {
+    MemOwner block(MaterialLoad("", 0x3366CC, 0));
+    auto* record = static_cast<MaterialRecord*>(MemLock(block.get()));
+    ASSERT_NE(record, nullptr);
+    record->kind = kind;
+    MemUnlock(block.get());
+    std::string name = "kind" + std::to_string(kind) + ".mtrl";
+    ASSERT_EQ(MaterialSave(block.get(), (folder / name).c_str()), 1);
+  }
+}
+
+TEST(FuzzSeeds, WrittenWhenAFolderIsNamed) {
+  const char* target = std::getenv("LW_FUZZ_SEEDS");
+  if (target == nullptr || target[0] == '\0') GTEST_SKIP() << "LW_FUZZ_SEEDS names no folder";
+  fs::path settings = fs::path(target) / "settings_file";
+  fs::path material = fs::path(target) / "material_file";
+  fs::create_directories(settings);
+  fs::create_directories(material);
+  WriteSettingsSeeds(settings);
+  WriteMaterialSeeds(material);
+  EXPECT_EQ(fs::file_size(material / "kind0.mtrl"), kMaterialFileSize);
+}
+
+}  // namespace
