@@ -1,6 +1,7 @@
 // Seed corpora for the fuzz targets, written by the readers' own writers
-// when LW_FUZZ_SEEDS names a folder: <folder>/settings_file and
-// <folder>/material_file, one file per seed.
+// when LW_FUZZ_SEEDS names a folder: <folder>/settings_file,
+// <folder>/material_file, <folder>/fft and <folder>/noise_file, one file
+// per seed.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -9,6 +10,9 @@
 #include <string>
 
 #include "fills/material.h"
+#include "fills/noise_record.h"
+#include "fills/texture_group.h"
+#include "host/primary_groups.h"
 #include "plugin/settings.h"
 
 namespace {
@@ -43,16 +47,40 @@ void WriteMaterialSeeds(const fs::path& folder) {
   }
 }
 
+void WriteGroupSeeds(const fs::path& folder) {
+  WriteBytes(folder / "primary.fft", kPrimaryTextureGroupText);
+  // Lower-case keys, blanks around "=", a nameless item, an item cut short.
+  WriteBytes(folder / "edges.fft", std::string(kTextureFileSignature) +
+                                       "\r\nwriteable = 0\n:beginitem\ntexturename = A\npower1 = 0.5\n:EndItem\n"
+                                       ":BEGINITEM\nCreaterCount=12\n:ENDITEM\n:BEGINITEM\nTextureName=" +
+                                       std::string(300, 'n'));
+}
+
+void WriteNoiseSeeds(const fs::path& folder) {
+  NoiseRecord record;
+  NoiseDefaults(&record, (folder / "defaults.flp").c_str());
+  ASSERT_EQ(NoiseRecordSave(record), 1);
+  NoiseDefaults(&record, (folder / "stretched.flp").c_str());
+  record.uniform = 0;
+  record.depth = 1.0;
+  record.dimensions = 1;
+  ASSERT_EQ(NoiseRecordSave(record), 1);
+}
+
 TEST(FuzzSeeds, WrittenWhenAFolderIsNamed) {
   const char* target = std::getenv("LW_FUZZ_SEEDS");
   if (target == nullptr || target[0] == '\0') GTEST_SKIP() << "LW_FUZZ_SEEDS names no folder";
   fs::path settings = fs::path(target) / "settings_file";
   fs::path material = fs::path(target) / "material_file";
-  fs::create_directories(settings);
-  fs::create_directories(material);
+  fs::path groups = fs::path(target) / "fft";
+  fs::path noise = fs::path(target) / "noise_file";
+  for (const fs::path& folder : {settings, material, groups, noise}) fs::create_directories(folder);
   WriteSettingsSeeds(settings);
   WriteMaterialSeeds(material);
+  WriteGroupSeeds(groups);
+  WriteNoiseSeeds(noise);
   EXPECT_EQ(fs::file_size(material / "kind0.mtrl"), kMaterialFileSize);
+  EXPECT_EQ(fs::file_size(noise / "defaults.flp"), kNoiseRecordSize);
 }
 
 }  // namespace

@@ -4,13 +4,7 @@
 # render draws, a group anywhere can be named by its path, and refusals
 # leave the Material file as it was.
 # usage: texture_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
-failures=0
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
+. "$(dirname "$0")/cli_test_setup.sh"
 
 "$cli" textures >list.txt || fail "textures failed"
 [ "$(wc -l <list.txt)" -ge 8 ] || fail "the primary group has fewer than 8 items: $(cat list.txt)"
