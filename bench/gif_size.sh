@@ -1,11 +1,13 @@
 #!/bin/sh
-# GIF size of a default Simple build: plain and supercompressed from lwmotio3
-# render, each also after gifsicle -O3. Builds the renderer first if needed.
+# GIF sizes from lwmotio3 render: for the built-in defaults (plain and
+# supercompressed builds) and for every built effect on its defaults, the
+# plain file (--plain), the optimised file the renderer writes by default, and
+# the plain file after gifsicle -O3. Builds the renderer first if needed.
 #
 #   bench/gif_size.sh [BUILD_DIR]      (default build/native)
 #
-# The settings are the compiled-in ones (an empty settings file). The ratios
-# compare our supercompressed file with the plain file optimised by gifsicle.
+# The settings are the compiled-in ones (an empty settings file). The last
+# column is the optimised file's size over gifsicle's: at most 1 is the aim.
 set -eu
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -21,29 +23,30 @@ command -v gifsicle >/dev/null || { echo "gifsicle is not installed" >&2; exit 1
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 : >"$work/settings.ini"
-
-render() {  # render OUTPUT SUPERCOMPRESS
-  "$renderer" render --ini "$work/settings.ini" --effect Simple \
-    --set "MainSupercompress=$2" -o "$1" 2>/dev/null
-}
-render "$work/plain.gif" 0
-render "$work/super.gif" 1
-gifsicle -O3 "$work/plain.gif" -o "$work/plain-O3.gif"
-gifsicle -O3 "$work/super.gif" -o "$work/super-O3.gif"
+export XDG_CONFIG_HOME="$work/config"
 
 size() { wc -c <"$1" | tr -d ' '; }
-plain=$(size "$work/plain.gif")
-super=$(size "$work/super.gif")
-plainO3=$(size "$work/plain-O3.gif")
-superO3=$(size "$work/super-O3.gif")
-frames=$(gifsicle --info "$work/plain.gif" | sed -n 's/.* \([0-9][0-9]*\) images.*/\1/p')
 
-ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.3f", a / b }'; }
-echo "frames                                  $frames"
-echo "plain                                   $plain bytes"
-echo "plain, gifsicle -O3                     $plainO3 bytes"
-echo "supercompressed                         $super bytes"
-echo "supercompressed, gifsicle -O3           $superO3 bytes"
-echo "supercompressed / plain                 $(ratio "$super" "$plain")"
-echo "supercompressed / plain -O3             $(ratio "$super" "$plainO3")"
-echo "supercompressed -O3 / supercompressed   $(ratio "$superO3" "$super")"
+# row NAME RENDER-OPTIONS...: one line of the table.
+row() {
+  name=$1
+  shift
+  if ! "$renderer" render -q --ini "$work/settings.ini" "$@" --plain -o "$work/plain.gif" </dev/null ||
+    ! "$renderer" render -q --ini "$work/settings.ini" "$@" -o "$work/optimised.gif" </dev/null; then
+    printf '%-26s %s\n' "$name" "(the render failed)"
+    return 0
+  fi
+  gifsicle -O3 "$work/plain.gif" -o "$work/plain-O3.gif"
+  plain=$(size "$work/plain.gif")
+  optimised=$(size "$work/optimised.gif")
+  o3=$(size "$work/plain-O3.gif")
+  printf '%-26s %9s %10s %12s %9s\n' "$name" "$plain" "$optimised" "$o3" \
+    "$(awk -v a="$optimised" -v b="$o3" 'BEGIN { printf "%.3f", a / b }')"
+}
+
+printf '%-26s %9s %10s %12s %9s\n' "build" "plain" "optimised" "gifsicle -O3" "opt/O3"
+row "defaults"
+row "defaults, supercompressed" --set MainSupercompress=1
+"$renderer" effects | grep -v "not built yet" | while read -r number name; do
+  row "$name" --effect "$number"
+done

@@ -107,29 +107,38 @@ struct ErrorRows {
 
 constexpr int kErrorSlackCells = 512;  // 1024 bytes
 
-void DiffuseMultiBit(const DibHead* work, DibHead* target, ColourSearch* search, ErrorRows* errors) {
-  int width = work->biWidth;
-  int height = work->biHeight;
+// rows is 24-bit: the source itself, stored blue, green, red, or the work
+// copy in red, green, blue. The error cells keep the rows' channel order.
+void DiffuseMultiBit(const DibHead* rows, bool storedBgr, DibHead* target, ColourSearch* search, ErrorRows* errors) {
+  int width = rows->biWidth;
+  int height = rows->biHeight;
   int cells = width * 3;
+  const int at[3] = {storedBgr ? 2 : 0, 1, storedBgr ? 0 : 2};  // cell of red, green, blue
   std::int16_t* current = errors->current.get();
   std::int16_t* next = errors->next.get();
   for (int stored = 0; stored < height; ++stored) {
-    const std::uint8_t* row = DibRows(work) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
-    bool hasNext = stored + 1 < height;
+    const std::uint8_t* row = DibRows(rows) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
+    std::uint8_t* bytes = target->biBitCount == 8 ? DibRows(target) + static_cast<std::ptrdiff_t>(stored) * DibStride(8, width) : nullptr;
     for (int i = 0; i < cells; ++i) current[i] = static_cast<std::int16_t>(current[i] + row[i]);
     for (int x = 0; x < width; ++x) {
+      std::int16_t* here = current + x * 3;
+      std::int16_t* below = next + x * 3;
       int wanted[3];
-      for (int c = 0; c < 3; ++c) wanted[c] = std::clamp<int>(current[x * 3 + c], 0, 255);
+      for (int c = 0; c < 3; ++c) wanted[c] = std::clamp<int>(here[at[c]], 0, 255);
       int index = ColourSearchFind(search, wanted[0], wanted[1], wanted[2]);
-      DibPutPixel(target, x, height - 1 - stored, static_cast<std::uint32_t>(index));
+      if (bytes != nullptr) bytes[x] = static_cast<std::uint8_t>(index);
+      else DibPutPixel(target, x, height - 1 - stored, static_cast<std::uint32_t>(index));
+      // Shares that fall past the last column or below the last row land in
+      // the rows' slack or in a row never read, so only the lower-left share
+      // is tested: columns 0 and 1 both give it up.
+      const std::uint8_t* entry = search->palette + index * 3;
       for (int c = 0; c < 3; ++c) {
-        int e = wanted[c] - search->palette[index * 3 + c];
-        int cell = x * 3 + c;
-        if (x + 1 < width) AddShare(&current[cell + 3], 7 * e);
-        // Columns 0 and 1 both give the lower-left share up.
-        if (x >= 2 && hasNext) AddShare(&next[cell - 3], 3 * e);
-        if (x + 1 < width && hasNext) AddShare(&next[cell + 3], e);
-        if (hasNext) AddShare(&next[cell], 5 * e);
+        int e = wanted[c] - entry[c];
+        int k = at[c];
+        AddShare(&here[k + 3], 7 * e);
+        if (x >= 2) AddShare(&below[k - 3], 3 * e);
+        AddShare(&below[k + 3], e);
+        AddShare(&below[k], 5 * e);
       }
     }
     std::memcpy(current, next, sizeof(std::int16_t) * cells);
@@ -141,10 +150,12 @@ DibHandle DitherMultiBit(const DibHead* source, const std::uint8_t* palette, int
                          const RemapOptions& options) {
   ColourSearch search;
   ColourSearchInit(&search, palette, colours, options.fastRemap);
-  DibOwner work(DibNew(source->biWidth, source->biHeight, nullptr, 24));
+  // A 24-bit source is read as it is stored; others through a work copy.
+  bool direct = source->biBitCount == 24;
+  DibOwner work(direct ? nullptr : DibNew(source->biWidth, source->biHeight, nullptr, 24));
   DibLock workLock(work.get());
-  if (workLock.head == nullptr) return nullptr;
-  FillTrueColour(source, workLock.head);
+  if (!direct && workLock.head == nullptr) return nullptr;
+  if (!direct) FillTrueColour(source, workLock.head);
   std::size_t cells = static_cast<std::size_t>(source->biWidth) * 3 + kErrorSlackCells;
   ErrorRows errors{std::unique_ptr<std::int16_t[]>(new (std::nothrow) std::int16_t[cells]()),
                    std::unique_ptr<std::int16_t[]>(new (std::nothrow) std::int16_t[cells]())};
@@ -152,7 +163,7 @@ DibHandle DitherMultiBit(const DibHead* source, const std::uint8_t* palette, int
   DibOwner target(DibNew(source->biWidth, source->biHeight, palette, depth));
   DibLock targetLock(target.get());
   if (targetLock.head == nullptr) return nullptr;
-  DiffuseMultiBit(workLock.head, targetLock.head, &search, &errors);
+  DiffuseMultiBit(direct ? source : workLock.head, direct, targetLock.head, &search, &errors);
   return target.release();
 }
 

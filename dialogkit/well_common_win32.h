@@ -34,7 +34,7 @@ LRESULT PaintWindow(HWND window, Painter paint) {
 int WellNumber(HWND window);
 void WellNumberSet(HWND window, int number);
 
-// The data block a custom control keeps as its window's user data.
+// The block a custom control keeps as its window's user data, or null.
 inline MemHandle WindowBlock(HWND window) {
   return reinterpret_cast<MemHandle>(GetWindowLongPtrA(window, GWLP_USERDATA));
 }
@@ -43,7 +43,7 @@ inline MemHandle WindowBlock(HWND window) {
 template <typename Record>
 struct WindowRecordLock {
   explicit WindowRecordLock(HWND window)
-      : block(WindowBlock(window)), record(static_cast<Record*>(block != nullptr ? MemLock(block) : nullptr)) {}
+      : block(WindowBlock(window)), record(static_cast<Record*>(block ? MemLock(block) : nullptr)) {}
   ~WindowRecordLock() {
     if (record != nullptr) MemUnlock(block);
   }

@@ -3,15 +3,18 @@
 // panel's labels close the list.
 #include "effects/anaconda.h"
 #include "effects/background_mural.h"
+#include "effects/bubbles.h"
 #include "effects/chaos.h"
 #include "effects/doppler.h"
 #include "effects/dragon_skin.h"
 #include "effects/effect.h"
 #include "effects/framework.h"
 #include "effects/hot_lead.h"
+#include "effects/inferno.h"
 #include "effects/liquid_metal.h"
 #include "effects/mirage.h"
 #include "effects/odometer.h"
+#include "effects/plasma_arc.h"
 #include "effects/radial_fountain.h"
 #include "effects/runway.h"
 #include "effects/simple.h"
@@ -152,20 +155,20 @@ std::int32_t BackgroundColourOf(const Controls* dialog) {
 // The effects' callbacks are filled in as each effect is written.
 const EffectEntry EffectTable[kEffectCount] = {
     {"Anaconda", AnacondaPreview, AnacondaBuild, BackgroundColourOf<451>, kAnacondaControls, nullptr, "MainWave", 451},
-    {"Background Bubbles", nullptr, nullptr, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
+    {"Background Bubbles", BackgroundBubblesPreview, BackgroundBubblesBuild, BackgroundColourOf<383>, kBackgroundBubblesControls, nullptr, "MainBubBack", 383},
     {"Background Fountain", nullptr, nullptr, BackgroundColourOf<337>, kBackgroundFountainControls, nullptr, "MainFountBack", 337},
     {"Background Mural", MuralPreview, MuralBuild, BackgroundColourOf<359>, kBackgroundMuralControls, nullptr, "MainMural", 359},
-    {"Bubbles", nullptr, nullptr, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
+    {"Bubbles", BubblesPreview, BubblesBuild, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", DopplerPreview, DopplerBuild, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
     {"Dragon Skin", DragonSkinPreview, DragonSkinBuild, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", FrameworkPreview, FrameworkBuild, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", HotLeadPreview, HotLeadBuild, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
-    {"Inferno", nullptr, nullptr, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
+    {"Inferno", InfernoPreview, InfernoBuild, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},
     {"Liquid Metal", LiquidMetalPreview, LiquidMetalBuild, BackgroundColourOf<465>, kLiquidMetalControls, nullptr, "MainPing", 465},
     {"Mirage", MiragePreview, MirageBuild, BackgroundColourOf<412>, kMirageControls, nullptr, "MainMirage", 412},
     {"Odometer", OdometerPreview, OdometerBuild, BackgroundColourOf<146>, kOdometerControls, nullptr, "MainOdometer", 146},
-    {"Plasma Arc", nullptr, nullptr, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
+    {"Plasma Arc", PlasmaArcPreview, PlasmaArcBuild, BackgroundColourOf<198>, kPlasmaArcControls, nullptr, "MainArc", 198},
     {"Radial Fountain", RadialFountainPreview, RadialFountainBuild, BackgroundColourOf<283>, kRadialFountainControls, nullptr, "MainRadial", 283},
     {"Runway", RunwayPreview, RunwayBuild, BackgroundColourOf<228>, kRunwayControls, nullptr, "MainRunway", 228},
     {"Simple", SimplePreview, SimpleBuild, BackgroundColourOf<105>, kSimpleControls, nullptr, "MainSimple", 105},

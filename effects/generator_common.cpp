@@ -35,17 +35,33 @@ struct MaskWalk {
 };
 
 // Walks the mask's rows and columns from walk's first row and column, with
-// the colour that colourAt gives for mask place (x, y).
+// the colour that colourAt gives for mask place (x, y). A pixel that falls
+// outside the frame is left out. The usual case, an 8-bit mask over a 24-bit
+// frame from inside the mask, walks the stored rows directly.
 template <typename ColourAt>
 void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, ColourAt colourAt) {
+  bool direct = mask->biBitCount == 8 && frame->biBitCount == 24 && walk.firstX >= 0 && walk.firstY >= 0;
   for (int y = walk.firstY; y < mask->biHeight; ++y) {
+    int frameY = y + walk.moveY;
+    if (direct && (frameY < 0 || frameY >= frame->biHeight)) continue;
+    const std::uint8_t* levels = direct ? DibRow(mask, y) : nullptr;
+    std::uint8_t* row = direct ? DibRow(frame, frameY) : nullptr;
     for (int x = walk.firstX; x < mask->biWidth; ++x) {
-      int level = (DibGetPixel(mask, x, y) & 0xFF) * walk.scale / kFullLevel;
+      int value = direct ? levels[x] : DibGetPixel(mask, x, y) & 0xFF;
+      int level = value * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
       int frameX = x + walk.moveX;
-      int frameY = y + walk.moveY;
-      std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
-      DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x, y), pixel, level));
+      if (!direct) {
+        std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
+        DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x, y), pixel, level));
+        continue;
+      }
+      if (frameX < 0 || frameX >= frame->biWidth) continue;
+      std::uint8_t* p = row + frameX * 3;  // blue, green, red
+      std::uint32_t blended = BlendPixel(colourAt(x, y), static_cast<std::uint32_t>(p[0] << 16 | p[1] << 8 | p[2]), level);
+      p[0] = static_cast<std::uint8_t>(blended >> 16);
+      p[1] = static_cast<std::uint8_t>(blended >> 8);
+      p[2] = static_cast<std::uint8_t>(blended);
     }
   }
 }
@@ -138,6 +154,21 @@ void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mas
   CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, 0, walk.level}, [&](int x, int y) {
     return static_cast<std::uint32_t>(DibGetPixel(fill, x - walk.fillX, y - walk.fillY));
   });
+}
+
+void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask) {
+  int width = mask->biWidth < fill->biWidth ? mask->biWidth : fill->biWidth;
+  int height = mask->biHeight < fill->biHeight ? mask->biHeight : fill->biHeight;
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      int level = DibGetPixel(mask, x, y) & 0xFF;
+      if (level == 0) continue;
+      std::int32_t pixel = DibGetPixel(frame, x, y);
+      if (pixel == -1) continue;
+      auto colour = static_cast<std::uint32_t>(DibGetPixel(fill, x, y));
+      DibPutPixel(frame, x, y, BlendPixel(colour, static_cast<std::uint32_t>(pixel), level));
+    }
+  }
 }
 
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {

@@ -100,6 +100,9 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// As CompositeFill, but only where (x, y) lies inside the fill as well: a
+// fill smaller than the mask leaves the rest unpainted.
+void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // Which part of a mask a fill goes through and how: the loop starts at mask
 // column firstX and row firstY, reads the fill at (x - fillX, y - fillY), and
 // scales each mask value by level / 255 (truncating) before the blend.

@@ -85,7 +85,7 @@ int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHe
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
-  CompositeFill(picture, fill, maskLock.head);
+  CompositeFillWithin(picture, fill, maskLock.head);
   return 1;
 }
 

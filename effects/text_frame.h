@@ -55,7 +55,8 @@ enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
 int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
                              int y, ShadowFillPlace place);
 // The text step: fill (fixed to the frame) through the text mask at (x, y)
-// at the fill's level. 0 on failure or without a fill.
+// at the fill's level, only where the fill reaches: a fill smaller than the
+// frame leaves the letters beyond it unpainted. 0 on failure.
 int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
 // The text step in one colour through the text mask at (x, y) at the fill's
 // level. 0 on failure.

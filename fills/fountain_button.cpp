@@ -1,6 +1,5 @@
 #include "fills/fountain_button.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include "fills/material.h"
@@ -14,13 +13,9 @@ constexpr int kBarBottom = 4;
 // The file's record in place of the rainbow: 1 only for exactly the long
 // form's size with the magic.
 int ReadFountainFile(const char* path, FountainRecord* record) {
-  std::FILE* file = std::fopen(path, "rb");
-  if (file == nullptr) return 0;
   FountainRecord image;
-  char extra;
-  bool whole = std::fread(&image, 1, sizeof image, file) == sizeof image && std::fread(&extra, 1, 1, file) == 0;
-  std::fclose(file);
-  if (!whole || std::memcmp(image.magic, kFountainMagic, sizeof image.magic) != 0) return 0;
+  if (FillFileRead(path, &image, sizeof image) == 0 || std::memcmp(image.magic, kFountainMagic, sizeof image.magic) != 0)
+    return 0;
   *record = image;
   record->preview = nullptr;
   return 1;
@@ -54,13 +49,7 @@ int FountainButtonSave(MemHandle block, const char* path) {
   FountainRecord image = *record;
   MemUnlock(block);
   if ((image.flags & kFountainFlagPersist) == 0) return 0;
-  std::FILE* file = std::fopen(path, "wb");
-  if (file == nullptr) return 0;
-  bool written = std::fwrite(&image, 1, sizeof image, file) == sizeof image;
-  written = std::fclose(file) == 0 && written;
-  if (written) return 1;
-  std::remove(path);
-  return 0;
+  return FillFileWrite(path, &image, sizeof image);
 }
 
 FountainRecord* FountainLock(const Controls* dialog, int id) {

@@ -16,19 +16,7 @@ constexpr int kTrackBottom = 11;
 constexpr int kEndBoxTop = 4;
 constexpr int kEndBoxBottom = 10;
 
-MemHandle BlockOf(HWND window) { return reinterpret_cast<MemHandle>(GetWindowLongPtrA(window, GWLP_USERDATA)); }
-
-struct BarLock {
-  explicit BarLock(HWND window)
-      : block(BlockOf(window)), record(static_cast<FountainRecord*>(block ? MemLock(block) : nullptr)) {}
-  ~BarLock() {
-    if (record != nullptr) MemUnlock(block);
-  }
-  BarLock(const BarLock&) = delete;
-  BarLock& operator=(const BarLock&) = delete;
-  MemHandle block;
-  FountainRecord* record;
-};
+using BarLock = WindowRecordLock<FountainRecord>;
 
 RECT ClientOf(HWND window) {
   RECT client;
@@ -115,7 +103,7 @@ void Paint(HWND window, HDC dc) {
 
 // Frees the strip, keeps the file if the bar is persistent, frees the record.
 void Destroy(HWND window) {
-  MemHandle block = BlockOf(window);
+  MemHandle block = WindowBlock(window);
   if (block == nullptr) return;
   if (auto* record = static_cast<FountainRecord*>(MemLock(block))) {
     record->preview = MemFree(record->preview);

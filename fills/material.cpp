@@ -1,5 +1,7 @@
 #include "fills/material.h"
 
+#include <cstring>
+
 #include "fills/fountain.h"
 #include "fills/matrix_tile.h"
 #include "fills/texture_types.h"
@@ -7,8 +9,12 @@
 namespace {
 
 int PaintSimple(MaterialRecord* record, DibHead* target) {
-  for (int y = 0; y < target->biHeight; ++y)
-    for (int x = 0; x < target->biWidth; ++x) DibPutPixel(target, x, y, record->colour);
+  if (target->biWidth < 1 || target->biHeight < 1) return 1;
+  // One row is painted pixel by pixel, the others are copies of it.
+  for (int x = 0; x < target->biWidth; ++x) DibPutPixel(target, x, 0, record->colour);
+  const std::uint8_t* first = DibRow(target, 0);
+  std::size_t bytes = static_cast<std::size_t>(DibStride(target->biBitCount, target->biWidth));
+  for (int y = 1; y < target->biHeight; ++y) std::memcpy(DibRow(target, y), first, bytes);
   return 1;
 }
 

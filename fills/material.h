@@ -87,6 +87,12 @@ std::uint32_t MaterialAverageColour(DibHandle dib);
 const char* MaterialPath(int id);
 const char* FountainPath(int id);
 
+// The fill files are read and written whole: a read gives 1 only for a file
+// of exactly size bytes; a write gives 1 when all were written, and a short
+// write removes the file.
+int FillFileRead(const char* path, void* bytes, std::size_t size);
+int FillFileWrite(const char* path, const void* bytes, std::size_t size);
+
 // A new record with the initial values and colour; with useFile set, a file
 // of exactly the right size and magic replaces every field. Tile and preview
 // start null and the state bits cleared. Null if the block cannot be made.

@@ -107,12 +107,10 @@ void MaterialInit(MaterialRecord* record, std::uint32_t colour) {
 // Reads the whole file into image: 1 only if it has exactly the image's size
 // and the Material magic.
 int ReadMaterialImage(const char* path, MaterialFileImage* image) {
-  std::FILE* file = std::fopen(path, "rb");
-  if (file == nullptr) return 0;
-  char extra;
-  bool whole = std::fread(image, 1, sizeof *image, file) == sizeof *image && std::fread(&extra, 1, 1, file) == 0;
-  std::fclose(file);
-  return whole && std::memcmp(image->magic, kMaterialMagic, sizeof image->magic) == 0 ? 1 : 0;
+  return FillFileRead(path, image, sizeof *image) != 0 &&
+                 std::memcmp(image->magic, kMaterialMagic, sizeof image->magic) == 0
+             ? 1
+             : 0;
 }
 
 // Formats "Lettermotion 3\<kind>NNNNN.mtrl" and places it in the
@@ -126,6 +124,26 @@ const char* DataFilePath(const char* format, int id) {
 }
 
 }  // namespace
+
+int FillFileRead(const char* path, void* bytes, std::size_t size) {
+  std::FILE* file = std::fopen(path, "rb");
+  if (file == nullptr) return 0;
+  char extra;
+  bool whole = std::fread(bytes, 1, size, file) == size && std::fread(&extra, 1, 1, file) == 0;
+  std::fclose(file);
+  return whole ? 1 : 0;
+}
+
+int FillFileWrite(const char* path, const void* bytes, std::size_t size) {
+  std::FILE* file = std::fopen(path, "wb");
+  if (file == nullptr) return 0;
+  bool written = std::fwrite(bytes, 1, size, file) == size;
+  // A write that only fails when the buffer is flushed is short as well.
+  written = std::fclose(file) == 0 && written;
+  if (written) return 1;
+  std::remove(path);
+  return 0;
+}
 
 const char* MaterialPath(int id) { return DataFilePath("%s\\Material%05.5d.mtrl", id); }
 
@@ -151,14 +169,7 @@ int MaterialSave(MemHandle block, const char* path) {
   MaterialFileImage image{};
   MaterialToImage(&image, *record);
   MemUnlock(block);
-  std::FILE* file = std::fopen(path, "wb");
-  if (file == nullptr) return 0;
-  bool written = std::fwrite(&image, 1, sizeof image, file) == sizeof image;
-  // A write that only fails when the buffer is flushed is short as well.
-  written = std::fclose(file) == 0 && written;
-  if (written) return 1;
-  std::remove(path);
-  return 0;
+  return FillFileWrite(path, &image, sizeof image);
 }
 
 MemHandle MaterialSetUp(int id, std::uint32_t colour, int useFile) {

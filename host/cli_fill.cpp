@@ -165,19 +165,6 @@ void PrintFill(int id, const MaterialRecord& record, const char* path) {
   std::printf("%-8s %s\n", "file", path);
 }
 
-// Writes beside the file and then moves over it, so a failed write leaves
-// the old file as it was.
-int SaveReplacing(MemHandle block, const std::string& path, std::string* error) {
-  std::string temporary = path + ".new";
-  errno = 0;
-  if (MaterialSave(block, temporary.c_str()) == 0 || std::rename(temporary.c_str(), path.c_str()) != 0) {
-    *error = "cannot write '" + path + "': " + (errno != 0 ? std::strerror(errno) : "write error");
-    std::remove(temporary.c_str());
-    return 0;
-  }
-  return 1;
-}
-
 int ShowOrSetFill(int id, int argc, char** argv) {
   const ControlRow* row = ControlRowFind(id);
   if (row == nullptr || !IsFillRow(*row))
@@ -206,7 +193,7 @@ int ShowOrSetFill(int id, int argc, char** argv) {
     status = FillUsageError(error);
   } else {
     record->kind = kind->kind;
-    status = SaveReplacing(block.get(), path, &error) != 0 ? 0 : FillFail(error);
+    status = FillSaveReplacing(block.get(), path, MaterialSave, &error) != 0 ? 0 : FillFail(error);
   }
   MemUnlock(block.get());
   return status;

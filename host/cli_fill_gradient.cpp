@@ -1,6 +1,7 @@
 #include "host/cli_fill_gradient.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -140,16 +141,17 @@ void PrintMarkers(const FountainRecord& line) {
   }
 }
 
-// Writes beside the file and moves it over, so a failed write leaves the
-// old file as it was.
-int SaveBarReplacing(MemHandle block, const std::string& path) {
+}  // namespace
+
+int FillSaveReplacing(MemHandle block, const std::string& path, int (*save)(MemHandle block, const char* path),
+                      std::string* error) {
   std::string temporary = path + ".new";
-  if (FountainButtonSave(block, temporary.c_str()) != 0 && std::rename(temporary.c_str(), path.c_str()) == 0) return 1;
+  errno = 0;
+  if (save(block, temporary.c_str()) != 0 && std::rename(temporary.c_str(), path.c_str()) == 0) return 1;
+  *error = "cannot write '" + path + "': " + (errno != 0 ? std::strerror(errno) : "write error");
   std::remove(temporary.c_str());
   return 0;
 }
-
-}  // namespace
 
 int FillUsageError(const std::string& message) { return CliUsage("fill", message); }
 
@@ -216,7 +218,7 @@ int FillBarShowOrSet(int id, int argc, char** argv) {
   }
   ApplyToLine(options, line);
   MemUnlock(block.get());
-  if (SaveBarReplacing(block.get(), path) == 0) return FillFail("cannot write '" + path + "'");
+  if (FillSaveReplacing(block.get(), path, FountainButtonSave, &error) == 0) return FillFail(error);
   if (looped && options.markers.empty())
     std::printf("the bar is looped: it ends in its start colour, so --to shows only with markers\n");
   return CliFinishOutput("fill");

@@ -20,6 +20,11 @@ void FillGradientPrint(const MaterialRecord& record);
 // options; the exit status, with the errors of fill's own kind printed.
 int FillBarShowOrSet(int id, int argc, char** argv);
 
+// Saves the block with save beside path and moves it over the file, so a
+// failed write leaves the old file as it was. 1, or 0 with error set.
+int FillSaveReplacing(MemHandle block, const std::string& path, int (*save)(MemHandle block, const char* path),
+                      std::string* error);
+
 // The command's two ways to fail: a usage error (exit 2) and a failure of
 // the run (exit 1), each one line on stderr.
 int FillUsageError(const std::string& message);

@@ -2,6 +2,7 @@
 // pipeline from the same settings file, without a dialog.
 #include <cstdio>
 #include <cstring>
+#include <new>
 
 #include "host/cli.h"
 #include "host/cli_output.h"
@@ -46,7 +47,15 @@ int main(int argc, char** argv) {
     return CliFinishOutput("");
   }
   for (const CliCommand& command : kCommands) {
-    if (std::strcmp(argv[1], command.name) == 0) return command.run(argc - 1, argv + 1);
+    if (std::strcmp(argv[1], command.name) != 0) continue;
+    // The plug-in's own code reports a failed allocation itself; this is for
+    // what the command line keeps in standard containers.
+    try {
+      return command.run(argc - 1, argv + 1);
+    } catch (const std::bad_alloc&) {
+      std::fputs("lwmotio3: Memory error\n", stderr);
+      return 1;
+    }
   }
   if (argv[1][0] == '-') return CliUsage("", std::string("unknown option '") + argv[1] + "'");
   return CliUsage("", std::string("unknown command '") + argv[1] + "'");

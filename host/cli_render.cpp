@@ -1,9 +1,12 @@
 // lwmotio3 render: runs the selected effect as a Build would, from the same
 // settings file, and writes an animated GIF through the reference host, or
 // the effect's 24-bit frames as PNG files.
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,6 +15,7 @@
 #include "host/cli_memory.h"
 #include "host/cli_output.h"
 #include "host/cp1252.h"
+#include "host/data_folders.h"
 #include "host/file_checks.h"
 #include "host/font_match.h"
 #include "host/frames_folder.h"
@@ -42,6 +46,7 @@ struct RenderOptions {
   int customPalette = 1;
   int characterSpace = 90;
   bool testRun = false;
+  bool plain = false;
   std::string framesDir;
   bool framesDirGiven = false;
 };
@@ -64,6 +69,8 @@ constexpr const char* kRenderUsage =
     "  --custom-palette on|off  compute one palette from all frames (default on)\n"
     "  --character-space N    letter spacing in per cent, 50 to 150 (default 90)\n"
     "  --test                 run as the Test button does (host code 5)\n"
+    "  --plain                write every image whole, as the plug-in hands it over,\n"
+    "                         instead of the smaller optimised file\n"
     "  --frames-dir DIR       write the effect's 24-bit frames as PNG files to DIR,\n"
     "                         a new or empty folder, with index.txt listing each\n"
     "                         file and its delay, and no GIF; on failure DIR is\n"
@@ -140,8 +147,8 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
       *help = true;
       return 0;
     }
-    if (option == "--test") {
-      options->testRun = true;
+    if (option == "--test" || option == "--plain") {
+      (option == "--test" ? options->testRun : options->plain) = true;
       continue;
     }
     if (option == "-q" || option == "--quiet") {
@@ -156,6 +163,20 @@ int ParseRenderOptions(int argc, char** argv, RenderOptions* options, bool* help
     if (int status = TakeOption(option, argv[++index], options); status != 0) return status;
   }
   return CheckOutputs(*options);
+}
+
+// The primary groups go into the data folder, as an installer would, where
+// they may be read: Background Mural always draws a tile, and a data folder
+// that exists may hold tile fills. A render of plain fills leaves the
+// configuration folder alone. A failure is a warning: the built-in tile
+// stands in.
+void InstallGroupsWhereRead() {
+  constexpr int kBackgroundMuralRow = 3;
+  std::error_code missing;
+  bool folderExists = std::filesystem::is_directory(DataFolderPath(""), missing);
+  if (static_cast<int>(MainEffect) != kBackgroundMuralRow && !folderExists) return;
+  std::string error;
+  if (!HostMakeDataFolders(&error)) CliWarn(kCommand, error + "; the built-in tile stands in");
 }
 
 // Settings as the dialog would start with them, then the command line's.
@@ -174,6 +195,7 @@ int ApplySettings(const RenderOptions& options) {
   if (options.textGiven && !RenderSetText(options.text, &error)) return CliFail(kCommand, error);
   if (MainText[0] == '\0') return CliFail(kCommand, "the text is empty");
   if (!options.framesDir.empty() && !FramesFolderUsable(options.framesDir, &error)) return CliFail(kCommand, error);
+  InstallGroupsWhereRead();
   return kExitSuccess;
 }
 
@@ -246,9 +268,15 @@ int WriteFrames(const ControlsSnapshot& snapshot, HostRecord* host, const Effect
 }
 
 // Whether the output can be written, tried before the long run: the writer
-// goes through a temporary file beside the output.
+// goes through a temporary file beside the file it replaces, unless it
+// writes to standard output or to something other than a regular file.
 int CheckWritable(const std::string& output) {
-  std::string probe = output + ".tmp";
+  std::string target = GifWriteTarget(output);
+  if (target == "-")
+    return isatty(fileno(stdout)) != 0 ? CliFail(kCommand, "will not write a GIF to a terminal") : kExitSuccess;
+  std::error_code error;
+  if (std::filesystem::exists(target, error) && !std::filesystem::is_regular_file(target, error)) return kExitSuccess;
+  std::string probe = target + ".tmp";
   std::FILE* file = std::fopen(probe.c_str(), "wb");
   if (file == nullptr) return CliFail(kCommand, WriteFailure(output));
   std::fclose(file);
@@ -261,6 +289,7 @@ int WriteAnimation(const ControlsSnapshot& snapshot, HostRecord* host, const Ren
   HostCall(host, kHostBuildStarted);
   int complete = BuildAnimation(&snapshot.controls, host, options.testRun ? 1 : 0);
   const ReferenceHost& written = ReferenceHostCurrent();
+  if (written.outOfMemory) return CliFail(kCommand, "Memory error");
   if (written.writeError != 0) {
     errno = written.writeError;
     return CliFail(kCommand, WriteFailure(options.output));
@@ -286,6 +315,7 @@ int RunEffect(const ControlsSnapshot& snapshot, const RenderOptions& options, in
   HostRecord host = ReferenceHostRecord();
   host.callback = CliWatchedCallback;
   ReferenceHostReset(options.output, CliShowsStatus());
+  ReferenceHostCurrent().plainOutput = options.plain;
   GdiOp drawing{};
   drawing.op = kGdiStart;
   GdiCommand(&drawing);

@@ -1,8 +1,13 @@
 // GIF89a encoder: blocks, colour table and a variable-width LZW coder.
 #include "host/gif_writer.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -35,29 +40,30 @@ struct BitPacker {
 };
 
 // The string table: (prefix code, next index) -> code, open addressing over
-// twice the number of codes so probes stay short.
+// twice the number of codes so probes stay short. A slot holds the 20-bit
+// key and the 12-bit code together, so a probe is one load.
 struct LzwDictionary {
   static constexpr int kSlots = 2 * kLzwTableSize;
-  std::vector<std::int32_t> keys = std::vector<std::int32_t>(kSlots, -1);
-  std::vector<std::int16_t> codes = std::vector<std::int16_t>(kSlots, 0);
+  static constexpr std::uint32_t kEmpty = 0xFFFFFFFF;
+  std::vector<std::uint32_t> slots = std::vector<std::uint32_t>(kSlots, kEmpty);
 
-  static int Key(int prefix, int index) { return prefix << 8 | index; }
-  int Slot(int key) const {
-    int slot = (key * 2654435761u) >> 19 & (kSlots - 1);
-    while (keys[slot] != -1 && keys[slot] != key) slot = (slot + 1) & (kSlots - 1);
-    return slot;
-  }
+  static std::uint32_t Key(int prefix, int index) { return static_cast<std::uint32_t>(prefix << 8 | index); }
+  static int SlotOf(std::uint32_t key) { return static_cast<int>((key * 2654435761u) >> 19 & (kSlots - 1)); }
   int Find(int prefix, int index) const {
-    int slot = Slot(Key(prefix, index));
-    return keys[slot] == -1 ? -1 : codes[slot];
+    std::uint32_t key = Key(prefix, index);
+    for (int slot = SlotOf(key);; slot = (slot + 1) & (kSlots - 1)) {
+      std::uint32_t held = slots[slot];
+      if (held == kEmpty) return -1;
+      if (held >> 12 == key) return static_cast<int>(held & 0xFFF);
+    }
   }
   void Add(int prefix, int index, int code) {
-    int key = Key(prefix, index);
-    int slot = Slot(key);
-    keys[slot] = key;
-    codes[slot] = static_cast<std::int16_t>(code);
+    std::uint32_t key = Key(prefix, index);
+    int slot = SlotOf(key);
+    while (slots[slot] != kEmpty && slots[slot] >> 12 != key) slot = (slot + 1) & (kSlots - 1);
+    slots[slot] = key << 12 | static_cast<std::uint32_t>(code);
   }
-  void Clear() { std::fill(keys.begin(), keys.end(), -1); }
+  void Clear() { std::fill(slots.begin(), slots.end(), kEmpty); }
 };
 
 int BitsFor(int highestValue) {
@@ -85,8 +91,8 @@ void PutHeader(std::vector<std::uint8_t>* out, const GifAnimation& animation, in
   int width = animation.width;
   int height = animation.height;
   for (const GifFrame& frame : animation.frames) {
-    width = std::max(width, frame.width);
-    height = std::max(height, frame.height);
+    width = std::max(width, frame.left + frame.width);
+    height = std::max(height, frame.top + frame.height);
   }
   for (char letter : std::string_view("GIF89a")) out->push_back(static_cast<std::uint8_t>(letter));
   PutWord(out, width);
@@ -120,31 +126,42 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
   out->push_back(0);
 
   out->push_back(0x2C);
-  PutWord(out, 0);
-  PutWord(out, 0);
+  PutWord(out, frame.left);
+  PutWord(out, frame.top);
   PutWord(out, frame.width);
   PutWord(out, frame.height);
   out->push_back(0);  // no local table, not interlaced
 
+  if (!frame.codes.empty()) {
+    out->push_back(static_cast<std::uint8_t>(frame.codeSize));
+    PutSubBlocks(out, frame.codes.data(), frame.codes.size());
+    return;
+  }
   out->push_back(static_cast<std::uint8_t>(codeSize));
   std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize);
   PutSubBlocks(out, codes.data(), codes.size());
 }
 
-}  // namespace
-
-int GifPaletteBits(int depth) { return std::clamp(depth, 1, 8); }
-
-int GifTableBits(const GifAnimation& animation) {
-  int highest = 1;  // a table has at least two entries
-  for (const GifFrame& frame : animation.frames) {
-    for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
-    if (frame.transparentIndex < 256) highest = std::max(highest, frame.transparentIndex);
+// How many pixels from start the longest string in the dictionary covers
+// when it starts from code, each pixel taking its index or else its other
+// value.
+std::size_t MatchLength(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+                        std::size_t start, std::size_t count, int code) {
+  std::size_t position = start;
+  for (; position < count; ++position) {
+    int extended = dictionary.Find(code, indices[position]);
+    if (extended < 0) extended = dictionary.Find(code, others[position]);
+    if (extended < 0) break;
+    code = extended;
   }
-  return std::max(GifPaletteBits(animation.depth), BitsFor(highest));
+  return position - start;
 }
 
-std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
+// The coder behind both entry points. Where others is given, a pixel whose
+// other value makes the current string longer takes it, and chosen records
+// the value each pixel took.
+std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
+                                  std::size_t count, int minimumCodeSize, std::size_t limit) {
   std::vector<std::uint8_t> out;
   BitPacker packer{&out};
   LzwDictionary dictionary;
@@ -160,14 +177,30 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
   }
 
   int prefix = indices[0];
-  for (std::size_t position = 1; position < count; ++position) {
+  for (std::size_t position = 1; position < count && out.size() <= limit; ++position) {
     int index = indices[position];
     int extended = dictionary.Find(prefix, index);
+    if (others != nullptr && others[position] != index) {
+      // Where both values grow the string, the one that grows it further.
+      int alternative = dictionary.Find(prefix, others[position]);
+      if (alternative >= 0 && (extended < 0 || MatchLength(dictionary, indices, others, position + 1, count, alternative) >
+                                                   MatchLength(dictionary, indices, others, position + 1, count, extended))) {
+        extended = alternative;
+        chosen[position] = others[position];
+      }
+    }
     if (extended >= 0) {
       prefix = extended;
       continue;
     }
     packer.Put(prefix, width);
+    // A pixel that starts a string takes the value that starts the longer one.
+    if (others != nullptr && others[position] != index &&
+        MatchLength(dictionary, indices, others, position + 1, count, others[position]) >
+            MatchLength(dictionary, indices, others, position + 1, count, index)) {
+      index = others[position];
+      chosen[position] = others[position];
+    }
     if (nextCode == kLzwTableSize) {
       // The table is full: start over, as the decoder will on this code.
       packer.Put(clearCode, width);
@@ -192,6 +225,30 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
   return out;
 }
 
+}  // namespace
+
+int GifPaletteBits(int depth) { return std::clamp(depth, 1, 8); }
+
+int GifTableBits(const GifAnimation& animation) {
+  int highest = 1;  // a table has at least two entries
+  for (const GifFrame& frame : animation.frames) {
+    for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
+    if (frame.transparentIndex < 256) highest = std::max(highest, frame.transparentIndex);
+  }
+  return std::max(GifPaletteBits(animation.depth), BitsFor(highest));
+}
+
+int GifCodeSizeFor(int bits) { return std::max(2, bits); }
+
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
+  return LzwCode(indices, nullptr, nullptr, count, minimumCodeSize, SIZE_MAX);
+}
+
+std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
+                                               int minimumCodeSize, std::size_t limit) {
+  return LzwCode(indices, others, indices, count, minimumCodeSize, limit);
+}
+
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
   std::vector<std::uint8_t> out;
   int tableBits = GifTableBits(animation);
@@ -199,23 +256,51 @@ std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
   PutLoopForever(&out);
   // Comments go ahead of the first image, where every decoder reads them.
   for (const std::string& comment : animation.comments) PutComment(&out, comment);
-  for (const GifFrame& frame : animation.frames) PutFrame(&out, frame, std::max(2, tableBits));
+  for (const GifFrame& frame : animation.frames)
+    PutFrame(&out, frame, GifCodeSizeFor(tableBits));
   out.push_back(0x3B);
   return out;
 }
 
 int GifWriteFile(const GifAnimation& animation, const std::string& path) {
-  std::vector<std::uint8_t> bytes = GifEncode(animation);
-  std::string temporary = path + ".tmp";
-  std::FILE* file = std::fopen(temporary.c_str(), "wb");
-  if (file == nullptr) return 0;
-  bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-  written = std::fclose(file) == 0 && written;
+  return GifWriteBytes(GifEncode(animation), path);
+}
+
+std::string GifWriteTarget(const std::string& path) {
+  if (path == "-") return path;
   std::error_code error;
-  if (written) std::filesystem::rename(temporary, path, error);
-  if (!written || error) {
-    std::filesystem::remove(temporary, error);
-    return 0;
+  std::filesystem::path target = path;
+  for (int hops = 0; hops < 40 && std::filesystem::is_symlink(target, error); ++hops) {
+    std::filesystem::path link = std::filesystem::read_symlink(target, error);
+    if (error) break;
+    target = link.is_absolute() ? link : target.parent_path() / link;
   }
-  return 1;
+  return target.string();
+}
+
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path) {
+  std::string target = GifWriteTarget(path);
+  if (target == "-") {
+    if (isatty(fileno(stdout)) != 0) return (errno = ENOTTY), 0;
+    return std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size() && std::fflush(stdout) == 0 ? 1 : 0;
+  }
+  std::error_code status;
+  bool direct = std::filesystem::exists(target, status) && !std::filesystem::is_regular_file(target, status);
+  std::string written = direct ? target : target + ".tmp";
+  std::FILE* file = std::fopen(written.c_str(), "wb");
+  if (file == nullptr) return 0;
+  bool complete = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
+  int saved = errno;
+  if (std::fclose(file) != 0 && complete) {
+    complete = false;
+    saved = errno;
+  }
+  if (direct) return complete ? 1 : ((errno = saved), 0);
+  std::error_code renamed;
+  if (complete) std::filesystem::rename(written, target, renamed);
+  if (complete && !renamed) return 1;
+  std::error_code ignored;
+  std::filesystem::remove(written, ignored);
+  errno = complete ? renamed.value() : saved;
+  return 0;
 }

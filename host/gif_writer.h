@@ -27,6 +27,12 @@ struct GifFrame {
   std::uint32_t delay;                // hundredths of a second; above 65535 is written as 65535
   std::int32_t transparentIndex;      // -1 for none
   GifDisposal disposal;
+  int left = 0;  // place on the logical screen
+  int top = 0;
+  // The image already coded, at this LZW minimum code size; empty to code
+  // the indices when the file is made.
+  std::vector<std::uint8_t> codes{};
+  int codeSize = 0;
 };
 
 struct GifAnimation {
@@ -37,6 +43,9 @@ struct GifAnimation {
   std::vector<GifFrame> frames;
   std::vector<std::string> comments;
 };
+
+// The LZW minimum code size of an image whose indices are all below 2^bits.
+int GifCodeSizeFor(int bits);
 
 // Bits of the table that a depth asks for: 1 to 8.
 int GifPaletteBits(int depth);
@@ -52,9 +61,28 @@ int GifTableBits(const GifAnimation& animation);
 // the end code last.
 std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize);
 
+// As GifLzwEncode, where each pixel may show either of two values: its index
+// or its value in others. A pixel takes the other value, written back to
+// indices, where that lets the current string grow or start a longer one;
+// coding the indices so chosen with GifLzwEncode gives the same codes. Once
+// the codes pass limit bytes the coder stops, and what it returns is only
+// known to be longer than limit.
+std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
+                                               int minimumCodeSize, std::size_t limit);
+
 // The whole file.
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
 
 // Writes the file through a temporary file beside path that is renamed over
-// path on success and removed on failure. 1 on success, 0 on failure.
+// path on success and removed on failure, so a failed write leaves what was
+// there. A path that is a symbolic link is written through: the file it
+// names is replaced and the link stays. A path that names something other
+// than a regular file (a device, a pipe) is written directly, and "-" is
+// standard output, refused when that is a terminal. 1 on success; 0 on
+// failure, with errno saying why.
 int GifWriteFile(const GifAnimation& animation, const std::string& path);
+int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& path);
+
+// The file a write to path replaces: path itself, or what its symbolic
+// links lead to. "-" stays as it is.
+std::string GifWriteTarget(const std::string& path);

@@ -7,7 +7,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <unordered_map>
+
+#include "host/gif_optimise.h"
 
 namespace {
 
@@ -73,6 +76,10 @@ void ReadIndices(const DibHead* head, const GifAnimation& animation, GifFrame* f
   std::unordered_map<std::int32_t, std::uint8_t> nearest;
   frame->indices.resize(static_cast<std::size_t>(frame->width) * frame->height);
   std::uint8_t* out = frame->indices.data();
+  if (head->biBitCount == 8) {  // the usual case: whole rows of indices
+    for (int y = 0; y < frame->height; ++y, out += frame->width) std::memcpy(out, DibRow(head, y), frame->width);
+    return;
+  }
   for (int y = 0; y < frame->height; ++y) {
     for (int x = 0; x < frame->width; ++x) {
       std::int32_t value = DibGetPixel(head, x, y);
@@ -134,15 +141,23 @@ std::int64_t AddComment(const char* text) {
   return 1;
 }
 
+std::vector<std::uint8_t> EncodeSmallest(const GifAnimation& animation, bool plainOnly) {
+  std::vector<std::uint8_t> plain = GifEncode(animation);
+  GifAnimation optimised;
+  if (plainOnly || GifOptimise(animation, &optimised) == 0) return plain;
+  std::vector<std::uint8_t> smaller = GifEncode(optimised);
+  return smaller.size() < plain.size() ? smaller : plain;
+}
+
 std::int64_t CloseTask(bool complete) {
   if (!gHost.taskOpen) return 0;
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
     errno = 0;
-    result = GifWriteFile(gHost.animation, gHost.outputPath);
+    result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath);
     if (result != 0) gHost.filesWritten += 1;
-    else gHost.writeError = errno;
+    else gHost.writeError = errno != 0 ? errno : EIO;
     ReportStatus((result != 0 ? "Wrote " : "Could not write ") + gHost.outputPath);
   }
   gHost.animation = GifAnimation{};
@@ -159,9 +174,9 @@ void ReferenceHostReset(const std::string& outputPath, bool reportToStderr) {
   gHost.reportToStderr = reportToStderr;
 }
 
-std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::int64_t argument,
-                                   std::int64_t pointerArgument) {
-  gHost.codes.push_back(code);
+namespace {
+
+std::int64_t Serve(std::uint32_t code, std::int64_t argument, std::int64_t pointerArgument) {
   switch (code) {
     case kHostOpenTask:
     case kHostOpenTestTask:
@@ -182,6 +197,24 @@ std::int64_t ReferenceHostCallback(TaskRecord* task, std::uint32_t code, std::in
       return 1;
     default:
       return 0;  // no picker, loader or help viewer here
+  }
+}
+
+}  // namespace
+
+// The host keeps its frames and file in standard containers; when memory
+// runs out it refuses the call and notes why, and the open task is dropped,
+// so no file is written.
+std::int64_t ReferenceHostCallback(TaskRecord*, std::uint32_t code, std::int64_t argument,
+                                   std::int64_t pointerArgument) {
+  try {
+    gHost.codes.push_back(code);
+    return Serve(code, argument, pointerArgument);
+  } catch (const std::bad_alloc&) {
+    gHost.taskOpen = false;
+    gHost.animation = GifAnimation{};
+    gHost.outOfMemory = true;
+    return 0;
   }
 }
 

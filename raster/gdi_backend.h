@@ -28,6 +28,9 @@ int GdiTextBox(GdiTextSession* session, const char* text, int* width, int* heigh
 GdiCanvas* GdiBackendCanvasOpen(int width, int height);
 DibHandle GdiBackendCanvasClose(GdiCanvas* canvas);
 int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op);
+// A line (op 3) on the canvas with a solid pen of the op's lineWidth and
+// lineColour, with round or flat ends. 1 if drawn.
+int GdiBackendCanvasLine(GdiCanvas* canvas, const GdiOp* op, int roundEnds);
 
 // The string drawn in colour (COLORREF) on black, at the origin of a 24-bit
 // bitmap of the given size; antialias 0 draws with single-bit coverage.

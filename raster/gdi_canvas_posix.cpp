@@ -4,6 +4,7 @@
 
 #include "raster/gdi_backend.h"
 #include "raster/shape_fill.h"
+#include "raster/shape_stroke.h"
 
 struct GdiCanvas {
   DibHandle dib;
@@ -33,15 +34,18 @@ DibHandle GdiBackendCanvasClose(GdiCanvas* canvas) {
 int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op) {
   switch (op->op) {
     case kGdiEllipse:
-      ShapeFillEllipse(canvas->head, op->bounds, op->shapeFill);
-      return 1;
+      return ShapeFillEllipse(canvas->head, op->bounds, op->shapeFill);
     case kGdiRectangle:
-      ShapeFillRectangle(canvas->head, op->bounds, op->shapeFill);
-      return 1;
+      return ShapeFillRectangle(canvas->head, op->bounds, op->shapeFill);
     case kGdiPolygon:
-      ShapeFillPolygon(canvas->head, op->polygonPoints, static_cast<int>(op->polygonCount), op->polygonFill);
-      return 1;
+      return ShapeFillPolygon(canvas->head, op->polygonPoints, static_cast<int>(op->polygonCount), op->polygonFill);
     default:
       return 0;
   }
+}
+
+int GdiBackendCanvasLine(GdiCanvas* canvas, const GdiOp* op, int roundEnds) {
+  ShapeStrokeLine(canvas->head, op->lineX1, op->lineY1, op->lineX2, op->lineY2, op->lineWidth, roundEnds,
+                  op->lineColour);
+  return 1;
 }

@@ -63,3 +63,17 @@ int GdiBackendCanvasFill(GdiCanvas* canvas, const GdiOp* op) {
       return 0;
   }
 }
+
+int GdiBackendCanvasLine(GdiCanvas* canvas, const GdiOp* op, int roundEnds) {
+  LOGBRUSH brush{BS_SOLID, op->lineColour & 0xFFFFFF, 0};
+  DWORD style = PS_GEOMETRIC | PS_SOLID | PS_JOIN_ROUND | (roundEnds != 0 ? PS_ENDCAP_ROUND : PS_ENDCAP_FLAT);
+  HPEN pen = ExtCreatePen(style, static_cast<DWORD>(op->lineWidth > 1 ? op->lineWidth : 1), &brush, 0, nullptr);
+  if (pen == nullptr) return 0;
+  HDC dc = canvas->pair.memoryDc;
+  HGDIOBJ oldPen = SelectObject(dc, pen);
+  MoveToEx(dc, op->lineX1, op->lineY1, nullptr);
+  BOOL drawn = LineTo(dc, op->lineX2, op->lineY2);
+  SelectObject(dc, oldPen);
+  DeleteObject(pen);
+  return drawn ? 1 : 0;
+}

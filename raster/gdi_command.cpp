@@ -75,13 +75,23 @@ std::intptr_t GdiShape(GdiOp* op) {
   return GdiBackendCanvasFill(op->canvas, op);
 }
 
+constexpr std::uint32_t kLineCapRound = 2;
+
+// A line is drawn only on a canvas. Kind 0 is round ends, -1 the start cap's
+// kind for both ends, anything else flat.
+std::intptr_t GdiLine(GdiOp* op) {
+  if (op->canvas == nullptr) return 0;
+  bool round = op->lineCapKind == 0 || (op->lineCapKind == -1 && op->lineStartCap == kLineCapRound);
+  return GdiBackendCanvasLine(op->canvas, op, round ? 1 : 0);
+}
+
 struct GdiOpRow {
   std::uint32_t op;
   std::intptr_t (*run)(GdiOp* op);  // null: a picture operation not built yet
 };
 
 constexpr GdiOpRow kGdiOps[] = {
-    {kGdiStart, GdiStart},    {kGdiStop, GdiStop},       {kGdiLine, nullptr}, {kGdiEllipse, GdiShape},
+    {kGdiStart, GdiStart},    {kGdiStop, GdiStop},       {kGdiLine, GdiLine}, {kGdiEllipse, GdiShape},
     {kGdiRectangle, GdiShape}, {kGdiPolygon, GdiShape},  {kGdiText, GdiText}, {kGdiGradient, nullptr},
 };
 
@@ -126,6 +136,19 @@ int GdiCanvasBoxShape(GdiCanvas* canvas, std::uint32_t code, const DibRect& box,
 
 int GdiCanvasEllipse(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour) {
   return GdiCanvasBoxShape(canvas, kGdiEllipse, box, colour);
+}
+
+int GdiCanvasLine(GdiCanvas* canvas, int x1, int y1, int x2, int y2, int penWidth, std::uint32_t colour) {
+  GdiOp op{};
+  op.op = kGdiLine;
+  op.canvas = canvas;
+  op.lineX1 = x1;
+  op.lineY1 = y1;
+  op.lineX2 = x2;
+  op.lineY2 = y2;
+  op.lineWidth = penWidth;
+  op.lineColour = colour;
+  return static_cast<int>(GdiCommand(&op));
 }
 
 int GdiCanvasRectangle(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour) {

@@ -109,8 +109,9 @@ struct GdiOp {
   std::int32_t gradientAngle;
   std::int32_t gradientCentreX, gradientCentreY;
   // With a canvas, ellipse (4), rectangle (5) and polygon (6) fill their
-  // shape there in shapeFill or polygonFill with no outline, by the
-  // platform's GDI rules, and give 1; the picture forms are not built.
+  // shape there in shapeFill or polygonFill with no outline, and a line (3)
+  // is drawn there with a pen of lineWidth in lineColour, by the platform's
+  // GDI rules, each giving 1; the picture forms are not built.
   GdiCanvas* canvas;
 };
 
@@ -129,6 +130,9 @@ DibHandle GdiCanvasClose(GdiCanvas* canvas);
 int GdiCanvasPolygon(GdiCanvas* canvas, const std::int32_t* points, int count, std::uint32_t colour);
 int GdiCanvasEllipse(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour);
 int GdiCanvasRectangle(GdiCanvas* canvas, const DibRect& box, std::uint32_t colour);
+// A line of a solid pen of penWidth with round ends, so that lines meeting at
+// a point join round: 1 if drawn.
+int GdiCanvasLine(GdiCanvas* canvas, int x1, int y1, int x2, int y2, int penWidth, std::uint32_t colour);
 
 // The font a text operation uses: the record's own, else one made from its
 // face, size and style flags.

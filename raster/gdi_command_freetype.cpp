@@ -9,7 +9,9 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -25,25 +27,88 @@ struct CachedFace {
   bool bold;
   bool italic;
   FT_Face face;
+  FT_F26Dot6 size;  // the character size last set, 0 for none
 };
 
-// Started engines share one library and one cache of opened faces, so a
-// text mask does not search the font list once per character.
+// A glyph as loaded with one set of flags at one size: its advance and, once
+// drawn, its coverage. Text masks draw the same few characters frame after
+// frame, so each is hinted and rendered once.
+struct CachedGlyph {
+  FT_Face face;
+  FT_Fixed xScale, yScale;
+  FT_UInt glyph;
+  FT_Int32 flags;
+  int advance;  // whole pixels; -1 when the glyph does not load
+  bool drawn;
+  FT_Bitmap bitmap;  // the buffer is owned here
+  int left, top;
+};
+constexpr int kGlyphCacheSize = 512;
+
+// Started engines share one library, one cache of opened faces, so a text
+// mask does not search the font list once per character, and one of glyphs.
 struct Engine {
   int users = 0;
   FT_Library library = nullptr;
   FcConfig* config = nullptr;
   std::vector<CachedFace> faces;
+  CachedGlyph glyphs[kGlyphCacheSize];
+  int glyphCount = 0;
 };
 Engine g_engine;
 
+void GlyphCacheClear() {
+  for (int i = 0; i < g_engine.glyphCount; ++i) delete[] g_engine.glyphs[i].bitmap.buffer;
+  g_engine.glyphCount = 0;
+}
+
+// The cached glyph for the face at its current size, loaded on first use;
+// null when the cache cannot take it (the caller then asks FreeType itself).
+CachedGlyph* GlyphFind(FT_Face face, FT_UInt glyph, FT_Int32 flags) {
+  for (int i = 0; i < g_engine.glyphCount; ++i) {
+    CachedGlyph& cached = g_engine.glyphs[i];
+    if (cached.face == face && cached.glyph == glyph && cached.flags == flags &&
+        cached.xScale == face->size->metrics.x_scale && cached.yScale == face->size->metrics.y_scale)
+      return &cached;
+  }
+  if (g_engine.glyphCount == kGlyphCacheSize) GlyphCacheClear();
+  CachedGlyph& added = g_engine.glyphs[g_engine.glyphCount];
+  added = CachedGlyph{face, face->size->metrics.x_scale, face->size->metrics.y_scale, glyph, flags, -1, false, {}, 0, 0};
+  if (FT_Load_Glyph(face, glyph, flags) == 0) added.advance = static_cast<int>((face->glyph->advance.x + 32) >> 6);
+  ++g_engine.glyphCount;
+  return &added;
+}
+
+// Renders a cached glyph once and keeps a copy of its coverage; false when
+// it cannot be drawn.
+bool GlyphDraw(FT_Face face, CachedGlyph* cached, FT_Render_Mode mode) {
+  if (cached->drawn) return true;
+  if (cached->advance < 0 || FT_Load_Glyph(face, cached->glyph, cached->flags) != 0 ||
+      FT_Render_Glyph(face->glyph, mode) != 0)
+    return false;
+  const FT_Bitmap& source = face->glyph->bitmap;
+  std::size_t bytes = static_cast<std::size_t>(source.rows) * static_cast<unsigned>(std::abs(source.pitch));
+  cached->bitmap = source;
+  cached->bitmap.buffer = new (std::nothrow) unsigned char[bytes > 0 ? bytes : 1];
+  if (cached->bitmap.buffer == nullptr) return false;
+  if (bytes > 0) std::memcpy(cached->bitmap.buffer, source.buffer, bytes);
+  cached->left = face->glyph->bitmap_left;
+  cached->top = face->glyph->bitmap_top;
+  cached->drawn = true;
+  return true;
+}
+
 FT_Face OpenMatchingFace(const std::string& name, bool bold, bool italic) {
+  // Out of memory, fontconfig reports failure here rather than later.
   FcPattern* pattern = FcPatternCreate();
-  FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str()));
-  FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-  FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
-  FcConfigSubstitute(g_engine.config, pattern, FcMatchPattern);
+  if (pattern == nullptr) return nullptr;
+  if (!FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str())) ||
+      !FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR) ||
+      !FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN) ||
+      !FcPatternAddBool(pattern, FC_SCALABLE, FcTrue) || !FcConfigSubstitute(g_engine.config, pattern, FcMatchPattern)) {
+    FcPatternDestroy(pattern);
+    return nullptr;
+  }
   FcDefaultSubstitute(pattern);
   FcResult result = FcResultNoMatch;
   FcPattern* match = FcFontMatch(g_engine.config, pattern, &result);
@@ -68,7 +133,7 @@ FT_Face FindFace(const FontSpec& font) {
   for (const CachedFace& cached : g_engine.faces)
     if (cached.bold == bold && cached.italic == italic && cached.name == name) return cached.face;
   FT_Face face = OpenMatchingFace(name, bold, italic);
-  if (face != nullptr) g_engine.faces.push_back({name, bold, italic, face});
+  if (face != nullptr) g_engine.faces.push_back({name, bold, italic, face, 0});
   return face;
 }
 
@@ -100,7 +165,15 @@ FT_Face SizedFace(const FontSpec& font, double* em) {
   if (face == nullptr) return nullptr;
   *em = EmPixels(face, font.height);
   FT_F26Dot6 size = std::lround(*em * 64);
-  if (FT_Set_Char_Size(face, size, size, 72, 72) != 0) return nullptr;
+  // Setting a size runs the font's hinting set-up, so it is done only when
+  // the size changes.
+  for (CachedFace& cached : g_engine.faces) {
+    if (cached.face != face) continue;
+    if (cached.size == size) return face;
+    cached.size = 0;
+    if (FT_Set_Char_Size(face, size, size, 72, 72) != 0) return nullptr;
+    cached.size = size;
+  }
   return face;
 }
 
@@ -109,8 +182,8 @@ FT_Face SizedFace(const FontSpec& font, double* em) {
 int AdvanceOf(FT_Face face, unsigned char code) {
   if (code < 32) return 0;
   FT_UInt glyph = FT_Get_Char_Index(face, CodePageToUnicode(code));
-  if (FT_Load_Glyph(face, glyph, FT_LOAD_DEFAULT) != 0) return 0;
-  return static_cast<int>((face->glyph->advance.x + 32) >> 6);
+  const CachedGlyph* cached = GlyphFind(face, glyph, FT_LOAD_DEFAULT);
+  return cached->advance < 0 ? 0 : cached->advance;
 }
 
 // Coverage 0 to 255 of one pixel of a rendered glyph.
@@ -120,23 +193,22 @@ int CoverageAt(const FT_Bitmap& bitmap, unsigned row, unsigned column) {
   return line[column];
 }
 
-// Glyph coverage laid over the picture in colour, channel by channel.
+// Glyph coverage laid over the 24-bit picture in colour, channel by channel;
+// what falls outside is dropped.
 void BlendGlyph(DibHead* head, const FT_Bitmap& bitmap, int left, int top, std::uint32_t colour) {
+  // Stored bytes run blue, green, red.
+  const unsigned channel[3] = {colour >> 16 & 0xFF, colour >> 8 & 0xFF, colour & 0xFF};
   for (unsigned row = 0; row < bitmap.rows; ++row) {
+    int y = top + static_cast<int>(row);
+    if (y < 0 || y >= head->biHeight) continue;
+    std::uint8_t* line = DibRow(head, y);
     for (unsigned column = 0; column < bitmap.width; ++column) {
       unsigned coverage = static_cast<unsigned>(CoverageAt(bitmap, row, column));
-      if (coverage == 0) continue;
       int x = left + static_cast<int>(column);
-      int y = top + static_cast<int>(row);
-      std::int32_t under = DibGetPixel(head, x, y);
-      if (under < 0) continue;
-      std::uint32_t value = 0;
-      for (int shift = 0; shift < 24; shift += 8) {
-        unsigned over = (colour >> shift & 0xFF) * coverage / 255;
-        unsigned below = (static_cast<std::uint32_t>(under) >> shift & 0xFF) * (255 - coverage) / 255;
-        value |= (over + below) << shift;
-      }
-      DibPutPixel(head, x, y, value);
+      if (coverage == 0 || x < 0 || x >= head->biWidth) continue;
+      std::uint8_t* pixel = line + x * 3;
+      for (int c = 0; c < 3; ++c)
+        pixel[c] = static_cast<std::uint8_t>(channel[c] * coverage / 255 + pixel[c] * (255 - coverage) / 255);
     }
   }
 }
@@ -164,6 +236,7 @@ int GdiBackendStart(std::uint64_t* token) {
 
 void GdiBackendStop(std::uint64_t token) {
   if (token != reinterpret_cast<std::uintptr_t>(&g_engine) || g_engine.users == 0 || --g_engine.users > 0) return;
+  GlyphCacheClear();
   for (const CachedFace& cached : g_engine.faces) FT_Done_Face(cached.face);
   g_engine.faces.clear();
   FcConfigDestroy(g_engine.config);
@@ -210,9 +283,9 @@ DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, i
     unsigned char code = static_cast<unsigned char>(*p);
     if (code < 32) continue;
     FT_UInt glyph = FT_Get_Char_Index(face, CodePageToUnicode(code));
-    if (FT_Load_Glyph(face, glyph, loadFlags) == 0 && FT_Render_Glyph(face->glyph, renderMode) == 0)
-      BlendGlyph(lock.head, face->glyph->bitmap, pen + face->glyph->bitmap_left, baseline - face->glyph->bitmap_top,
-                 colour);
+    CachedGlyph* cached = GlyphFind(face, glyph, loadFlags);
+    if (GlyphDraw(face, cached, renderMode))
+      BlendGlyph(lock.head, cached->bitmap, pen + cached->left, baseline - cached->top, colour);
     pen += AdvanceOf(face, code);
   }
   return picture;

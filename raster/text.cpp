@@ -42,19 +42,39 @@ GdiOp CharOp(const TextStyle& style, const char* text, std::uint32_t mode, int l
   return op;
 }
 
+// Coverage of a picture is its red byte, or its index at 8 bits: the step
+// between pixels of a row, 0 for a depth read pixel by pixel.
+int CoverageStep(const DibHead* head) {
+  switch (head->biBitCount) {
+    case 8: return 1;
+    case 24: return 3;
+    case 32: return 4;
+    default: return 0;
+  }
+}
+const std::uint8_t* CoverageRow(const DibHead* head, int y) {
+  return DibRow(head, y) + (head->biBitCount > 8 ? 2 : 0);
+}
+int CoverageAt(const DibHead* head, int step, const std::uint8_t* row, int x, int y) {
+  return step != 0 ? row[x * step] : DibGetPixel(head, x, y) & 0xFF;
+}
+
 // Each source pixel raises the 3 by 3 square around its place, moved by
 // shift, to at least its own value; what falls outside is dropped.
 void DilateInto(DibHead* target, const DibHead* source, int shift) {
+  int step = CoverageStep(source);
+  int width = target->biWidth;
+  int height = target->biHeight;
   for (int y = 0; y < source->biHeight; ++y) {
+    const std::uint8_t* row = step != 0 ? CoverageRow(source, y) : nullptr;
     for (int x = 0; x < source->biWidth; ++x) {
-      std::int32_t value = DibGetPixel(source, x, y) & 0xFF;
+      int value = CoverageAt(source, step, row, x, y);
       if (value == 0) continue;
-      for (int dy = -1; dy <= 1; ++dy)
-        for (int dx = -1; dx <= 1; ++dx) {
-          int tx = x + shift + dx;
-          int ty = y + shift + dy;
-          if (DibGetPixel(target, tx, ty) < value) DibPutPixel(target, tx, ty, static_cast<std::uint32_t>(value));
-        }
+      for (int ty = std::max(0, y + shift - 1); ty <= std::min(height - 1, y + shift + 1); ++ty) {
+        std::uint8_t* to = DibRow(target, ty);
+        for (int tx = std::max(0, x + shift - 1); tx <= std::min(width - 1, x + shift + 1); ++tx)
+          if (to[tx] < value) to[tx] = static_cast<std::uint8_t>(value);
+      }
     }
   }
 }
@@ -62,22 +82,33 @@ void DilateInto(DibHead* target, const DibHead* source, int shift) {
 // Where the source has coverage m, the target takes 255 - m: full cover
 // clears the ring, a soft edge keeps its complement.
 void PunchCoverage(DibHead* target, const DibHead* source, int shift) {
-  for (int y = 0; y < source->biHeight; ++y)
+  int step = CoverageStep(source);
+  for (int y = 0; y < source->biHeight; ++y) {
+    int ty = y + shift;
+    if (ty < 0 || ty >= target->biHeight) continue;
+    const std::uint8_t* row = step != 0 ? CoverageRow(source, y) : nullptr;
+    std::uint8_t* to = DibRow(target, ty);
     for (int x = 0; x < source->biWidth; ++x) {
-      std::int32_t value = DibGetPixel(source, x, y) & 0xFF;
-      if (value != 0) DibPutPixel(target, x + shift, y + shift, static_cast<std::uint32_t>(255 - value));
+      int value = CoverageAt(source, step, row, x, y);
+      int tx = x + shift;
+      if (value != 0 && tx >= 0 && tx < target->biWidth) to[tx] = static_cast<std::uint8_t>(255 - value);
     }
+  }
 }
 
 // A character picture laid into the mask with its left top at (left, top),
-// each pixel keeping the larger of the two values.
+// each pixel keeping the larger of the two values; what falls outside is
+// dropped.
 void MergeByMaximum(DibHead* mask, const DibHead* picture, int left, int top) {
-  for (int j = 0; j < picture->biHeight; ++j)
-    for (int i = 0; i < picture->biWidth; ++i) {
-      std::int32_t value = DibGetPixel(picture, i, j) & 0xFF;
-      std::int32_t there = DibGetPixel(mask, left + i, top + j);
-      if (there >= 0 && value > there) DibPutPixel(mask, left + i, top + j, static_cast<std::uint32_t>(value));
-    }
+  int step = CoverageStep(picture);
+  int firstI = std::max(0, -left);
+  int endI = std::min(picture->biWidth, mask->biWidth - left);
+  for (int j = std::max(0, -top); j < std::min(picture->biHeight, mask->biHeight - top); ++j) {
+    const std::uint8_t* from = step != 0 ? CoverageRow(picture, j) : nullptr;
+    std::uint8_t* to = DibRow(mask, top + j);
+    for (int i = firstI; i < endI; ++i)
+      to[left + i] = static_cast<std::uint8_t>(std::max<int>(to[left + i], CoverageAt(picture, step, from, i, j)));
+  }
 }
 
 }  // namespace
@@ -149,13 +180,11 @@ DibHandle MaskDilate(DibHandle mask) {
 
 DibHandle TextOutlineMask(const TextStyle& style, int x, int y, const char* text, int width, int height,
                           const std::int32_t* advances) {
-  DibOwner dilated;
-  {
-    DibOwner text255(TextMask(style, x, y, text, width, height, 255, advances));
-    if (text255 == nullptr) return nullptr;
-    dilated.reset(MaskDilate(text255.get()));
-  }
+  // The full-cover mask is both what grows into the ring and what is punched
+  // out of it.
   DibOwner cover(TextMask(style, x, y, text, width, height, 255, advances));
+  if (cover == nullptr) return nullptr;
+  DibOwner dilated(MaskDilate(cover.get()));
   DibLock target(dilated.get());
   DibLock source(cover.get());
   if (target.head == nullptr || source.head == nullptr) return nullptr;

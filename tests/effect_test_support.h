@@ -27,6 +27,7 @@ class EffectOnDefaults : public GdiStarted {
   }
 
   std::vector<FrameRecord> Frames() {
+    if (frames_.count == 0) return {};
     auto* records = static_cast<FrameRecord*>(MemLock(frames_.records));
     std::vector<FrameRecord> out(records, records + frames_.count);
     MemUnlock(frames_.records);
@@ -64,6 +65,29 @@ class EffectOnDefaults : public GdiStarted {
     FrameRecord record;
     if (FrameRecordRead(&frames_, i, &record) == 0) return {};
     return TakePixels(DibClone(record.image));
+  }
+
+  // How many frames a fresh build with these settings makes; 0 if it fails.
+  int BuildCount(EffectCallback build) {
+    FrameListFree(&frames_);
+    context_.flags = 0;
+    return build(&context_) == 1 ? frames_.count : 0;
+  }
+
+  // The preview gives a picture; with the text emptied the build fails and
+  // the preview gives none, returning emptyResult.
+  void ExpectPreviewUntilTheTextIsEmpty(EffectCallback preview, EffectCallback build, int emptyResult) {
+    context_.flags = 0;
+    context_.previewBitmap = nullptr;
+    EXPECT_EQ(preview(&context_), 1);
+    DibOwner picture(context_.previewBitmap);
+    EXPECT_NE(picture, nullptr);
+    SnapshotSetText(&snapshot_, 23, "");
+    EXPECT_EQ(BuildCount(build), 0);
+    context_.flags = 0;
+    context_.previewBitmap = nullptr;
+    EXPECT_EQ(preview(&context_), emptyResult);
+    EXPECT_EQ(context_.previewBitmap, nullptr);
   }
 
   ControlsSnapshot snapshot_;

@@ -106,7 +106,7 @@ TEST(FountainRamp, MultiColourFollowsTheRecordInsideThePads) {
 }
 
 TEST(FountainStrip, SegmentsBetweenMarkers) {
-  FountainRecord record;
+  FountainRecord record{};
   FountainInit(&record, 0);
   record.startColour = kRed;
   record.endColour = kBlue;
@@ -130,7 +130,7 @@ TEST(FountainStrip, SegmentsBetweenMarkers) {
 }
 
 TEST(FountainStrip, LoopedLineClosesOnItsStart) {
-  FountainRecord record;
+  FountainRecord record{};
   FountainInit(&record, 2);
   record.flags = kFountainFlagLooped;
   Pixels strip(FountainStrip(&record, 256, 1));
@@ -197,7 +197,7 @@ TEST(FountainMarkers, CompareAndFreePosition) {
   EXPECT_EQ(markers[0] >> 24, 5u);
   EXPECT_EQ(markers[2] >> 24, 0u);
 
-  FountainRecord record;
+  FountainRecord record{};
   FountainInit(&record, 0);
   int position = 100;
   EXPECT_EQ(FountainFreePosition(&record, &position), 1);

@@ -40,18 +40,47 @@ TEST(GdiCanvas, ShapesCoverWhatGdiCovers) {
   EXPECT_EQ(polygon[4], "............");
   const std::int32_t triangle[] = {0, 0, 8, 0, 0, 8};
   std::vector<std::string> corner = Covered([&](GdiCanvas* c) { return GdiCanvasPolygon(c, triangle, 3, kFill); });
-  EXPECT_EQ(corner[0], "#######.....");
-  EXPECT_EQ(corner[6], "#...........");
-  EXPECT_EQ(corner[7], "............");
+  EXPECT_EQ(corner[0], "########....");
+  EXPECT_EQ(corner[6], "##..........");
+  EXPECT_EQ(corner[7], "#...........");
+  EXPECT_EQ(corner[8], "............");
   std::vector<std::string> ellipse = Covered([](GdiCanvas* c) { return GdiCanvasEllipse(c, {0, 0, 12, 12}, kFill); });
-  EXPECT_EQ(ellipse[0], "...#####....");
-  EXPECT_EQ(ellipse[5], "###########.");
-  EXPECT_EQ(ellipse[11], "............");
+  EXPECT_EQ(ellipse[0], "....####....");
+  EXPECT_EQ(ellipse[2], ".##########.");
+  EXPECT_EQ(ellipse[5], "############");
+  EXPECT_EQ(ellipse[11], "....####....");
+}
+
+// A wide pen with round ends reaches past the end points; flat ends stop
+// at them.
+TEST(GdiCanvas, LineEndsFollowTheirCaps) {
+  std::vector<std::string> round = Covered([](GdiCanvas* c) { return GdiCanvasLine(c, 3, 6, 8, 6, 4, kFill); });
+  EXPECT_EQ(round[6].substr(1, 9), "#########");
+  EXPECT_EQ(round[2], "............");
+  EXPECT_EQ(round[10], "............");
+  std::vector<std::string> flat = Covered([](GdiCanvas* c) {
+    GdiOp op{};
+    op.op = kGdiLine;
+    op.canvas = c;
+    op.lineX1 = 3;
+    op.lineY1 = 6;
+    op.lineX2 = 8;
+    op.lineY2 = 6;
+    op.lineWidth = 4;
+    op.lineCapKind = 1;
+    op.lineColour = kFill;
+    return static_cast<int>(GdiCommand(&op));
+  });
+  EXPECT_EQ(flat[6][1], '.');
+  EXPECT_EQ(flat[6][5], '#');
+  EXPECT_EQ(flat[6][10], '.');
 }
 
 TEST(GdiCanvas, ShapesNeedACanvas) {
   GdiOp op{};
   op.op = kGdiPolygon;
+  EXPECT_EQ(GdiCommand(&op), 0);
+  op.op = kGdiLine;
   EXPECT_EQ(GdiCommand(&op), 0);
   EXPECT_EQ(GdiCanvasOpen(0, 5), nullptr);
 }

@@ -5,12 +5,14 @@
 // the frames handed to the host say.
 #include <gif_lib.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
+#include "tests/gif_decoders_posix.h"
 #include "tests/gif_test_support.h"
 
 namespace {
@@ -21,10 +23,9 @@ struct Scenario {
   int dibDepth;                       // 1, 4, 8, or 24 for a true-colour frame
   std::vector<TestHostFrame> frames;  // pixels: the indices the file must hold
   std::string comment = "";           // empty for none
-  std::string path = "";
+  std::string path = "";              // the plain file
+  std::string optimisedPath = "";     // the same frames, optimised
 };
-
-using Rgba = std::vector<std::uint8_t>;  // 4 bytes a pixel
 
 TestHostFrame Noise(int width, int height, int levels, std::uint32_t seed, std::uint32_t delay,
                     std::int32_t transparentIndex = -1, std::uint32_t transparentFlag = 0) {
@@ -38,8 +39,10 @@ TestHostFrame Mark(TestHostFrame frame, std::uint32_t mark, bool (*marked)(std::
 }
 
 std::vector<Scenario> MakeScenarios() {
-  std::filesystem::path folder = std::filesystem::temp_directory_path() / "lwmotio3_gif_decoders";
-  std::filesystem::create_directories(folder);
+  // A folder of this run's own: each test runs as a process of its own.
+  std::string pattern = (std::filesystem::temp_directory_path() / "lwmotio3_gif_decoders_XXXXXX").string();
+  EXPECT_NE(mkdtemp(pattern.data()), nullptr);
+  std::filesystem::path folder = pattern;
   auto unchanged = [](std::size_t i) { return i % 5 != 0; };
   auto everyThird = [](std::size_t i) { return i % 3 == 0; };
   std::vector<Scenario> scenarios = {
@@ -63,6 +66,7 @@ std::vector<Scenario> MakeScenarios() {
   };
   for (Scenario& scenario : scenarios) {
     scenario.path = (folder / (scenario.name + ".gif")).string();
+    scenario.optimisedPath = (folder / (scenario.name + "-optimised.gif")).string();
     std::vector<TestHostFrame> handed = scenario.frames;
     for (TestHostFrame& frame : handed)
       for (std::uint32_t& value : frame.pixels) {
@@ -70,13 +74,20 @@ std::vector<Scenario> MakeScenarios() {
         if (scenario.dibDepth > 8) value = colour[0] | colour[1] << 8 | colour[2] << 16;  // a COLORREF
       }
     TestHostWrite(scenario.path, scenario.task, scenario.dibDepth, handed, scenario.comment);
+    TestHostWrite(scenario.optimisedPath, scenario.task, scenario.dibDepth, handed, scenario.comment, true);
   }
   return scenarios;
 }
 
+// Written once for all three decoders, and removed when the test ends.
+struct ScenarioFiles {
+  std::vector<Scenario> scenarios = MakeScenarios();
+  ~ScenarioFiles() { std::filesystem::remove_all(std::filesystem::path(scenarios[0].path).parent_path()); }
+};
+
 const std::vector<Scenario>& Scenarios() {
-  static const std::vector<Scenario> scenarios = MakeScenarios();  // written once for all three decoders
-  return scenarios;
+  static const ScenarioFiles files;
+  return files.scenarios;
 }
 
 int ExpectedDisposal(const TestHostFrame& frame) {
@@ -105,28 +116,6 @@ std::vector<Rgba> CoalescedColours(const Scenario& scenario) {
   return frames;
 }
 
-// Equal where visible; the colour under a clear pixel is the decoder's own.
-void ExpectSameVisiblePixels(const Rgba& expected, const Rgba& actual, const std::string& what) {
-  ASSERT_EQ(expected.size(), actual.size()) << what;
-  std::size_t differing = 0;
-  for (std::size_t i = 0; i < expected.size(); i += 4) {
-    bool same = expected[i + 3] == 0 ? actual[i + 3] == 0 : std::equal(&expected[i], &expected[i + 4], &actual[i]);
-    differing += same ? 0 : 1;
-  }
-  EXPECT_EQ(differing, 0u) << what;
-}
-
-std::string RunCommand(const std::string& command) {
-  std::string output;
-  std::FILE* pipe = popen(command.c_str(), "r");
-  char buffer[65536];
-  for (std::size_t got; pipe != nullptr && (got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
-    output.append(buffer, got);
-  }
-  EXPECT_TRUE(pipe != nullptr && pclose(pipe) == 0) << command;
-  return output;
-}
-
 Rgba FromHex(const std::string& hex) {
   Rgba bytes;
   for (std::size_t at = 0; at + 1 < hex.size(); at += 2)
@@ -135,6 +124,17 @@ Rgba FromHex(const std::string& hex) {
 }
 
 }  // namespace
+
+TEST(GifDecoders, GiflibFramesOfTheOptimisedFileComposeAsThePlainOnes) {
+  for (const Scenario& scenario : Scenarios()) {
+    SCOPED_TRACE(scenario.name);
+    std::vector<Rgba> expected = CoalescedColours(scenario);
+    std::vector<Rgba> optimised = GiflibComposited(scenario.optimisedPath);
+    ASSERT_EQ(optimised.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) ExpectSameVisiblePixels(expected[i], optimised[i], "frame");
+    EXPECT_LE(std::filesystem::file_size(scenario.optimisedPath), std::filesystem::file_size(scenario.path));
+  }
+}
 
 TEST(GifDecoders, GiflibReadsEveryFrameAsHandedOver) {
   for (const Scenario& scenario : Scenarios()) {
@@ -196,10 +196,12 @@ TEST(GifDecoders, ImageMagickReadsCoalescedFramesDelaysAndComment) {
     EXPECT_EQ(RunCommand("/usr/bin/identify -format '%c' " + file + "'[0]' 2>&1"), scenario.comment);
     std::string verbose = RunCommand("/usr/bin/identify -verbose " + file + "'[0]' 2>&1");
     EXPECT_NE(verbose.find("Iterations: 0\n"), std::string::npos);
-    std::string coalesced = RunCommand("/usr/bin/convert " + file + " -coalesce rgba:- 2>&1");
     Rgba expected;  // the frames one after another, as convert writes them out
     for (const Rgba& frame : CoalescedColours(scenario)) expected.insert(expected.end(), frame.begin(), frame.end());
-    ExpectSameVisiblePixels(expected, Rgba(coalesced.begin(), coalesced.end()), "coalesced");
+    for (const std::string& path : {scenario.path, scenario.optimisedPath}) {
+      std::string coalesced = RunCommand("/usr/bin/convert '" + path + "' -coalesce rgba:- 2>&1");
+      ExpectSameVisiblePixels(expected, Rgba(coalesced.begin(), coalesced.end()), path);
+    }
   }
 }
 
@@ -218,6 +220,14 @@ TEST(GifDecoders, PillowReadsCoalescedFramesDelaysAndComment) {
          "    print(im.info.get('duration'), im.disposal_method, im.convert('RGBA').tobytes().hex())\n";
   for (const Scenario& scenario : scenarios) {
     SCOPED_TRACE(scenario.name);
+    std::istringstream optimised(
+        RunCommand("/usr/bin/python3 '" + script.string() + "' '" + scenario.optimisedPath + "' 2>&1"));
+    std::vector<Rgba> expectedFrames = CoalescedColours(scenario);
+    std::string word;
+    optimised >> word >> word >> word;  // loop, comment and count as below
+    for (std::size_t i = 0; i < expectedFrames.size() && optimised >> word >> word >> word; ++i)
+      ExpectSameVisiblePixels(expectedFrames[i], FromHex(word), "optimised frame " + std::to_string(i));
+
     std::istringstream lines(RunCommand("/usr/bin/python3 '" + script.string() + "' '" + scenario.path + "' 2>&1"));
     std::string loop, commentHex;
     std::size_t frameCount = 0;
@@ -226,7 +236,6 @@ TEST(GifDecoders, PillowReadsCoalescedFramesDelaysAndComment) {
     Rgba comment = FromHex(commentHex.empty() ? "" : commentHex.substr(1));  // behind the "c"
     EXPECT_EQ(std::string(comment.begin(), comment.end()), scenario.comment);
     ASSERT_EQ(frameCount, scenario.frames.size());
-    std::vector<Rgba> expectedFrames = CoalescedColours(scenario);
     for (std::size_t i = 0; i < frameCount; ++i) {
       SCOPED_TRACE(i);
       std::uint32_t duration = 0;

@@ -8,8 +8,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -46,6 +48,26 @@ inline TaskRecord TestTask(int depth, int width, int height, std::uint32_t seed)
 }
 
 inline std::int64_t TestPointer(const void* address) { return reinterpret_cast<std::int64_t>(address); }
+
+// A folder of the test's own under the temporary directory, so that tests
+// run side by side never share a file; removed with everything in it.
+struct TestFolder {
+  std::filesystem::path path;
+  explicit TestFolder(const std::string& name) {
+    std::filesystem::path base = std::filesystem::temp_directory_path();
+    auto tick = static_cast<unsigned long long>(std::chrono::steady_clock::now().time_since_epoch().count());
+    for (unsigned long long suffix = tick % 1000000007;; ++suffix) {
+      path = base / (name + "_" + std::to_string(suffix));
+      std::error_code error;
+      if (std::filesystem::create_directory(path, error) || error) break;
+    }
+  }
+  ~TestFolder() {
+    std::error_code error;
+    std::filesystem::remove_all(path, error);
+  }
+  std::string File(const std::string& name) const { return (path / name).string(); }
+};
 
 inline std::vector<std::uint8_t> TestReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
@@ -210,10 +232,13 @@ struct TestHostFrame {
 };
 
 // Runs one task through the reference host into path, the frames as bitmaps
-// of dibDepth bits, then the comment if there is one.
+// of dibDepth bits, then the comment if there is one; the plain file unless
+// optimised is asked for.
 inline void TestHostWrite(const std::string& path, TaskRecord task, int dibDepth,
-                          const std::vector<TestHostFrame>& frames, const std::string& comment = "") {
+                          const std::vector<TestHostFrame>& frames, const std::string& comment = "",
+                          bool optimised = false) {
   ReferenceHostReset(path, false);
+  ReferenceHostCurrent().plainOutput = !optimised;
   ASSERT_EQ(ReferenceHostCallback(nullptr, kHostOpenTask, 0, TestPointer(&task)), 1);
   for (std::size_t i = 0; i < frames.size(); ++i) {
     const TestHostFrame& frame = frames[i];

@@ -121,15 +121,15 @@ TEST(GifEncode, TableBitsCoverTheDepthAtLeastTwoEntriesAndEveryIndexUsed) {
 }
 
 TEST(GifWriteFile, ReplacesTheTargetAndLeavesNoTemporaryFile) {
-  std::filesystem::path path = std::filesystem::temp_directory_path() / "lwmotio3_gif_writer_test.gif";
+  TestFolder folder("lwmotio3_gif_writer");
+  std::filesystem::path path = folder.File("out.gif");
   std::ofstream(path) << "old contents";
   GifAnimation animation = SmallAnimation(2, {{2, 2, {0, 1, 2, 3}, 9, -1, kGifDisposalKeep}});
   ASSERT_EQ(GifWriteFile(animation, path.string()), 1);
   EXPECT_EQ(TestReadFile(path.string()), GifEncode(animation));
   EXPECT_FALSE(std::filesystem::exists(path.string() + ".tmp"));
-  std::filesystem::remove(path);
 
-  std::filesystem::path missingFolder = std::filesystem::temp_directory_path() / "lwmotio3_no_such_folder" / "x.gif";
+  std::filesystem::path missingFolder = folder.path / "no_such_folder" / "x.gif";
   EXPECT_EQ(GifWriteFile(animation, missingFolder.string()), 0);
   EXPECT_FALSE(std::filesystem::exists(missingFolder));
 }

@@ -9,6 +9,8 @@
 #include <tuple>
 #include <utility>
 
+#include "fills/fountain_button.h"
+#include "fills/fountain_button_win32.h"
 #include "fills/material.h"
 #include "host/data_folders.h"
 #include "fills/material_swatch_win32.h"
@@ -131,6 +133,44 @@ TEST_F(MainDialogTest, TheFillSwatchKeepsItsRecordChangesKindAndSavesOnDestructi
   record = RecordIn(MaterialLoad(MaterialPath(kSwatchId), 0, 1));
   EXPECT_EQ(std::tuple(record.kind, record.colour), std::tuple(kMaterialGradient, 0x336699u));
   std::remove(MaterialPath(kSwatchId));
+}
+
+// A looped, persistent bar: sized on set-up, its strip as wide as the bar,
+// its file written when it goes and read by the next bar of that id.
+TEST_F(MainDialogTest, TheGradientBarSetsUpLoopedAndKeepsItsFile) {
+  constexpr int kBarId = 9978;
+  std::remove(FountainPath(kBarId));
+  auto makeBar = [&] {
+    HWND bar = CreateWindowExA(0, "button", kFountainLoopedCaption, WS_CHILD | BS_OWNERDRAW, 0, 0, 10, 10, dialog,
+                               reinterpret_cast<HMENU>(static_cast<INT_PTR>(kBarId)), g_module, nullptr);
+    SetWindowLongPtrA(bar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(FountainButtonProc));
+    SendMessageA(bar, 1424, kFountainSetUpPersist, 0);
+    return bar;
+  };
+  HWND bar = makeBar();
+  ASSERT_NE(bar, nullptr);
+  RECT client;
+  GetClientRect(bar, &client);
+  EXPECT_EQ(std::pair(client.right, client.bottom), std::pair(197L, 50L));
+  Controls controls = DialogControls(dialog);
+  FountainRecord* record = FountainLock(&controls, kBarId);
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(record->flags, kFountainFlagPersist | kFountainFlagLooped);
+  int width = 0, height = 0;
+  DibSizeOf(record->preview, &width, &height);
+  EXPECT_EQ(std::pair(width, height), std::pair(181, 30));
+  record->markers[0] = 0x10123456;
+  FountainUnlock(&controls, kBarId);
+  UpdateWindow(bar);  // paints without trouble
+
+  DestroyWindow(bar);
+  bar = makeBar();
+  record = FountainLock(&controls, kBarId);
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(record->markers[0], 0x10123456u);
+  FountainUnlock(&controls, kBarId);
+  DestroyWindow(bar);
+  std::remove(FountainPath(kBarId));
 }
 
 TEST_F(MainDialogTest, WithoutAPictureThePreviewIsFramedAndFilledPlain) {

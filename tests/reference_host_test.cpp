@@ -6,16 +6,11 @@
 
 #include "tests/gif_test_support.h"
 
-namespace {
-
-std::string OutputPath(const char* name) { return (std::filesystem::temp_directory_path() / name).string(); }
-
-}  // namespace
-
 TEST(ReferenceHost, BuildSequenceWritesOneGifAndRecordsEveryCode) {
-  std::string path = OutputPath("lwmotio3_host_build.gif");
-  std::filesystem::remove(path);
+  TestFolder folder("lwmotio3_host_build");
+  std::string path = folder.File("out.gif");
   ReferenceHostReset(path, false);
+  ReferenceHostCurrent().plainOutput = true;
   HostRecord host = ReferenceHostRecord();
   EXPECT_EQ(host.versionWord >> 8 & 0xFF, 16u);
   HostCallback call = host.callback;
@@ -51,11 +46,11 @@ TEST(ReferenceHost, BuildSequenceWritesOneGifAndRecordsEveryCode) {
   EXPECT_EQ(std::vector<int>({gif.frames[0].delay, gif.frames[1].delay, gif.frames[1].transparent}),
             std::vector<int>({12, 300, -1}));
   EXPECT_EQ(gif.comments, std::vector<std::string>{comment});
-  std::filesystem::remove(path);
 }
 
 TEST(ReferenceHost, TransparencyChoosesTheDisposalThatShowsTheRightThingThrough) {
-  std::string path = OutputPath("lwmotio3_host_transparency.gif");
+  TestFolder folder("lwmotio3_host_transparency");
+  std::string path = folder.File("out.gif");
   std::vector<std::uint32_t> pixels = {0, 1, 0, 1, 1, 1, 0, 0};
   // Supercompression: a delta index without the Transparent option. The
   // Transparent option: the reserved index on every frame. The Transparent
@@ -73,11 +68,11 @@ TEST(ReferenceHost, TransparencyChoosesTheDisposalThatShowsTheRightThingThrough)
     EXPECT_EQ(gif.frames[i].disposal, transparentAndDisposal[i][1]) << i;
   }
   EXPECT_EQ(gif.frames[1].indices, std::vector<std::uint8_t>(pixels.begin(), pixels.end()));
-  std::filesystem::remove(path);
 }
 
 TEST(ReferenceHost, TrueColourFramesTakeTheNearestEntryOfTheTaskTable) {
-  std::string path = OutputPath("lwmotio3_host_true_colour.gif");
+  TestFolder folder("lwmotio3_host_true_colour");
+  std::string path = folder.File("out.gif");
   TaskRecord task = TestTask(2, 4, 1, 3);
   const std::uint8_t entries[12] = {0, 0, 0, 255, 0, 0, 0, 255, 0, 255, 0, 0};  // the last repeats red
   std::memcpy(task.palette, entries, sizeof entries);
@@ -85,12 +80,11 @@ TEST(ReferenceHost, TrueColourFramesTakeTheNearestEntryOfTheTaskTable) {
   // COLORREF values, red in the low byte.
   TestHostWrite(path, task, 24, {{4, 1, {0x0000F0, 0x00E010, 0x101010, 0x000001}, 5, -1, 0}});
   EXPECT_EQ(TestGifParse(TestReadFile(path)).frames.at(0).indices, (std::vector<std::uint8_t>{1, 2, 0, 0}));
-  std::filesystem::remove(path);
 }
 
 TEST(ReferenceHost, RefusesWhatItCannotDoAndAbandonedTasksLeaveNoFile) {
-  std::string path = OutputPath("lwmotio3_host_refusals.gif");
-  std::filesystem::remove(path);
+  TestFolder folder("lwmotio3_host_refusals");
+  std::string path = folder.File("out.gif");
   TaskRecord task = TestTask(8, 2, 2, 4);
   DibOwner dib(TestMakeDib(2, 2, 8, {}));
   ImageRecord image = TestImage(dib.get(), 0, 5, -1, 0);

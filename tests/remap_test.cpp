@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include "colour/colour_search.h"
 #include "colour/palette.h"
 #include "colour/remap.h"
 #include "colour_test_frames.h"
@@ -48,6 +49,35 @@ TEST(NearestColour, WeighsGreenMostBreaksTiesLowAndNeverPicksTheBlackTailOfAShor
   Palette windows = FixedRow(1);
   EXPECT_EQ(NearestColour(3, 2, 4, windows.data(), 256), 0);
   EXPECT_EQ(Remapped(RemapPlain, MakeBitmap(2, 1, {Rgb(9, 9, 9), Grey(250)}), windows, 4, 256), (Pixels{0, 15}));
+}
+
+// The table is built by a pruned search and kept from one palette to the
+// next; every entry must still be NearestColour's answer, for palettes one
+// after another: noise, runs of one red, repeated colours, one colour and a
+// palette whose tail repeats black.
+TEST(ColourSearch, TableIsNearestColourForEveryEntryWhicheverPaletteCameBefore) {
+  std::vector<std::vector<std::uint8_t>> palettes;
+  std::uint32_t seed = 7;
+  auto next = [&seed] { return static_cast<std::uint8_t>((seed = seed * 1103515245u + 12345u) >> 16); };
+  std::vector<std::uint8_t> noise(768), sameRed(768), repeats(768), single(768, 0);
+  for (int i = 0; i < 768; ++i) noise[i] = next();
+  for (int i = 0; i < 768; ++i) sameRed[i] = i % 3 == 0 ? 128 : next();
+  for (int i = 0; i < 768; ++i) repeats[i] = noise[i % 24];
+  single[0] = 200, single[1] = 10, single[2] = 90;
+  struct Case {
+    const std::vector<std::uint8_t>* palette;
+    int colours;
+  };
+  static ColourSearch search;  // too large for the stack of a test
+  for (Case run : {Case{&noise, 256}, Case{&sameRed, 256}, Case{&repeats, 64}, Case{&noise, 37}, Case{&single, 1},
+                   Case{&noise, 256}, Case{&single, 256}}) {
+    ColourSearchInit(&search, run.palette->data(), run.colours, 1);
+    int wrong = 0;
+    for (int key = 0; key < 32768; ++key)
+      wrong += search.table[key] != NearestColour((key & 31) * 8, (key >> 5 & 31) * 8, (key >> 10 & 31) * 8,
+                                                  run.palette->data(), run.colours);
+    EXPECT_EQ(wrong, 0) << run.colours << " colours";
+  }
 }
 
 TEST(RemapPlain, FastRemapTakesExactMatchesThenTheFifteenBitTable) {

@@ -24,7 +24,9 @@ refuses 2 "takes a whole number" --set MainDelay=ten
 refuses 2 "needs KEY=VALUE" --set MainDelay
 refuses 1 "the text is empty" --text ""
 refuses 1 "cannot be written in Windows-1252" --text "Ωmega"
-refuses 1 "is not built yet" --effect Inferno
+# Any effect still waiting to be built is refused as such.
+unbuilt=$("$cli" effects | grep "not built yet" | head -n 1 | awk '{print $1}')
+[ -z "$unbuilt" ] || refuses 1 "is not built yet" --effect "$unbuilt"
 refuses 1 "no effect 'Nope'" --effect Nope
 refuses 1 "cannot read" --ini "$work/missing.ini"
 refuses 2 "unknown option '--bogus'" --bogus
