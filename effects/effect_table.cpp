@@ -7,6 +7,7 @@
 #include "effects/bubbles.h"
 #include "effects/chaos.h"
 #include "effects/doppler.h"
+#include "effects/dragon_skin.h"
 #include "effects/effect.h"
 #include "effects/framework.h"
 #include "effects/hot_lead.h"
@@ -161,7 +162,7 @@ const EffectEntry EffectTable[kEffectCount] = {
     {"Bubbles", BubblesPreview, BubblesBuild, BackgroundColourOf<166>, kBubblesControls, nullptr, "MainBubble", 166},
     {"Chaos", ChaosPreview, ChaosBuild, BackgroundColourOf<499>, kChaosControls, nullptr, "MainChaos", 499},
     {"Doppler", DopplerPreview, DopplerBuild, BackgroundColourOf<326>, kDopplerControls, nullptr, "MainZoom", 326},
-    {"Dragon Skin", nullptr, nullptr, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
+    {"Dragon Skin", DragonSkinPreview, DragonSkinBuild, BackgroundColourOf<263>, kDragonSkinControls, nullptr, "MainDragon", 263},
     {"Framework", FrameworkPreview, FrameworkBuild, BackgroundColourOf<521>, kFrameworkControls, nullptr, "MainFramework", 521},
     {"Hot Lead", HotLeadPreview, HotLeadBuild, BackgroundColourOf<487>, kHotLeadControls, nullptr, "MainTeletype", 487},
     {"Inferno", InfernoPreview, InfernoBuild, BackgroundColourOf<301>, kInfernoControls, nullptr, "MainInferno", 301},

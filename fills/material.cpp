@@ -4,6 +4,7 @@
 
 #include "fills/fountain.h"
 #include "fills/matrix_tile.h"
+#include "fills/texture_types.h"
 
 namespace {
 
@@ -24,12 +25,19 @@ int PaintGradient(MaterialRecord* record, DibHead* target) {
   return DibRegionCopy(target, 0, 0, lock.head, 0, 0, target->biWidth, target->biHeight);
 }
 
-// Textures are generated on the square of the longer side. No generator is
-// built in yet, so a texture fill fails once it has its target.
+// A texture is never stretched: it is generated on the square of the longer
+// side and its middle is cut out, so a wide fill shows the same middle band
+// as a square one of the same width.
 int PaintTexture(MaterialRecord* record, DibHead* target) {
-  int side = target->biWidth > target->biHeight ? target->biWidth : target->biHeight;
+  int width = target->biWidth;
+  int height = target->biHeight;
+  int side = width > height ? width : height;
   record->texture.rectangle = {0, 0, side, side};
-  return 0;
+  DibOwner square(TextureGenerate(&record->texture));
+  DibLock lock(square.get());
+  if (lock.head == nullptr) return 0;
+  DibRegionCopy(target, 0, 0, lock.head, (side - width) / 2, (side - height) / 2, width, height);
+  return 1;
 }
 
 // The tile at its own size, repeated from the top left corner.

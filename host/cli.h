@@ -15,6 +15,7 @@ int CliRender(int argc, char** argv);
 int CliEffects(int argc, char** argv);
 int CliFill(int argc, char** argv);
 int CliGallery(int argc, char** argv);
+int CliTextures(int argc, char** argv);
 int CliTiles(int argc, char** argv);
 
 // Loads the settings as a command starts: explicitFile (refused in one line,

@@ -15,6 +15,7 @@
 #include "host/cli.h"
 #include "host/cli_fill_gradient.h"
 #include "host/cli_output.h"
+#include "host/cli_textures.h"
 #include "host/data_folders.h"
 #include "host/group_paths.h"
 #include "host/web_colour.h"
@@ -88,6 +89,7 @@ void PrintTile(const MaterialRecord& record) {
 constexpr FillKindCommand kFillKinds[] = {
     {"solid", kMaterialSimple, "RRGGBB", SetSolid, PrintSolid},
     {"gradient", kMaterialGradient, kFillGradientArguments, FillGradientSet, FillGradientPrint},
+    {"texture", kMaterialTexture, "GROUP.fft INDEX", CliSetTextureFill, CliPrintTextureFill},
     {"tile", kMaterialTile, "GROUP.mtx INDEX", SetTile, PrintTile},
 };
 

@@ -15,8 +15,11 @@
 
 #include "effects/effect.h"
 #include "host/cli.h"
+#include "fills/material.h"
+#include "fills/texture_group.h"
 #include "host/cli_output.h"
 #include "host/data_folders.h"
+#include "host/primary_groups.h"
 #include "host/reference_host.h"
 #include "host/render_setup.h"
 #include "plugin/build_pipeline.h"
@@ -40,7 +43,8 @@ void PrintGalleryUsage(std::FILE* out) {
                "\n"
                "Renders every built effect on the compiled-in settings (your settings file\n"
                "and saved fills are not read; tiles come from the primary group) into DIR,\n"
-               "one GIF each, and writes\n"
+               "one GIF each, then Simple's still with each texture of the primary group\n"
+               "as its text fill, and writes\n"
                "DIR/index.html, a table of the effects with their frames, sizes and render\n"
                "times. DIR is made if missing; files of the same names are replaced.\n");
 }
@@ -63,18 +67,37 @@ long long FileBytes(const std::string& path) {
   return stat(path.c_str(), &status) == 0 ? static_cast<long long>(status.st_size) : -1;
 }
 
-// One effect, as a render of it with built-in settings would make it. 1 if
-// the GIF was written; otherwise what the run showed (Memory error), if
+constexpr int kSimpleFillId = 101;
+
+// The text fill of Simple's still made a texture of the primary group.
+void DressWithTexture(ControlsSnapshot* snapshot, const TextureItem& item) {
+  MaterialRecord* record = MaterialLock(&snapshot->controls, kSimpleFillId);
+  if (record == nullptr) return;
+  record->kind = kMaterialTexture;
+  record->texture = item.texture;
+  MaterialUnlock(&snapshot->controls, kSimpleFillId);
+}
+
+// One effect, as a render of it with built-in settings would make it; with
+// a texture, Simple's still with that texture as its text fill. 1 if the
+// GIF was written; otherwise what the run showed (Memory error), if
 // anything, is in shown.
-int RenderEffect(int row, const std::string& folder, GalleryEntry* entry, std::string* shown) {
+int RenderEffect(int row, const TextureItem* texture, const std::string& folder, GalleryEntry* entry,
+                 std::string* shown) {
   SettingsReset();
   SettingStore(SettingFind("MainEffect"), std::to_string(row).c_str());
+  if (texture != nullptr) SettingStore(SettingFind("MainRolling"), "0");
   ControlsSnapshot snapshot;
   SnapshotInit(&snapshot);
   HostRecord host = ReferenceHostRecord();
   RenderLoadDialog(&snapshot, host.hostFlags, 1, 90, 0);
   entry->name = EffectTable[row].name;
   entry->file = FileNameOf(EffectTable[row].name);
+  if (texture != nullptr) {
+    DressWithTexture(&snapshot, *texture);
+    entry->name += std::string(", texture ") + texture->name;
+    entry->file = FileNameOf((std::string(EffectTable[row].name) + " " + texture->name).c_str());
+  }
   std::string path = folder + "/" + entry->file;
   ReferenceHostReset(path, false);
   auto start = std::chrono::steady_clock::now();
@@ -98,7 +121,8 @@ std::string IndexPage(const std::vector<GalleryEntry>& entries) {
       "th, td { border: 1px solid #ccc; padding: 6px 10px; text-align: left; }\n"
       "td.n { text-align: right; }\n"
       "</style>\n</head>\n<body>\n<h1>lwmotio3 gallery</h1>\n"
-      "<p>Every built effect on the compiled-in settings, rendered by <code>lwmotio3 gallery</code>.</p>\n"
+      "<p>Every built effect on the compiled-in settings, then Simple's still with each texture of the primary\n"
+      "group as its text fill, rendered by <code>lwmotio3 gallery</code>.</p>\n"
       "<table>\n<tr><th>effect</th><th>animation</th><th>frames</th><th>bytes</th><th>render ms</th></tr>\n";
   char row[1024];
   for (const GalleryEntry& entry : entries) {
@@ -126,6 +150,17 @@ int WriteWhole(const std::string& path, const std::string& text) {
   return 1;
 }
 
+// The primary group as our hosts install it.
+int PrimaryTextures(TextureGroup* group) {
+  std::FILE* text = std::tmpfile();
+  if (text == nullptr) return 0;
+  std::fputs(kPrimaryTextureGroupText, text);
+  std::rewind(text);
+  int read = TextureGroupParse(text, group);
+  std::fclose(text);
+  return read;
+}
+
 int RenderGallery(const std::string& folder) {
   std::string error;
   if (!HostMakeFolder(folder, &error) || !HostMakeDataFolders(&error)) return Fail(error);
@@ -140,11 +175,23 @@ int RenderGallery(const std::string& folder) {
     if (terminal) std::fprintf(stderr, "\rrendering %-22s", EffectTable[row].name);
     GalleryEntry entry;
     std::string shown;
-    if (RenderEffect(row, folder, &entry, &shown) == 0)
+    if (RenderEffect(row, nullptr, folder, &entry, &shown) == 0)
       status = Fail(std::string("could not render '") + EffectTable[row].name + "' into " + folder +
                     (shown.empty() ? "" : ": " + shown));
     entries.push_back(entry);
   }
+  TextureGroup textures{};
+  if (status == 0 && PrimaryTextures(&textures) == 0) status = Fail("cannot read the primary texture group");
+  for (int i = 0; i < textures.count && status == 0; ++i) {
+    if (terminal) std::fprintf(stderr, "\rrendering %-22s", textures.items[i].name);
+    GalleryEntry entry;
+    std::string shown;
+    if (RenderEffect(kEffectSimple, &textures.items[i], folder, &entry, &shown) == 0)
+      status = Fail(std::string("could not render the texture '") + textures.items[i].name + "' into " + folder +
+                    (shown.empty() ? "" : ": " + shown));
+    entries.push_back(entry);
+  }
+  TextureGroupClear(&textures);
   drawing.op = kGdiStop;
   GdiCommand(&drawing);
   if (terminal) std::fprintf(stderr, "\r%40s\r", "");

@@ -15,6 +15,7 @@ constexpr CliCommand kCommands[] = {
     {"effects", "list the effects by row", CliEffects},
     {"settings", "print the effective settings in LWMOTIO3.INI's format", CliSettings},
     {"fill", "show or set the fill of a fill control", CliFill},
+    {"textures", "list the items of a texture group", CliTextures},
     {"tiles", "list the tiles of a group, or add a picture to a group", CliTiles},
     {"gallery", "render every built effect on built-in settings into a folder with index.html", CliGallery},
 };

@@ -5,6 +5,7 @@
 #include <ctime>
 
 #include "fills/matrix_group.h"
+#include "fills/texture_file.h"
 #include "plugin/settings.h"
 
 namespace {
@@ -42,6 +43,18 @@ int InstallTileGroup(std::string* error) {
   return 1;
 }
 
+int InstallTextureGroup(std::string* error) {
+  const char* path = DataFolderPath(kPrimaryTextureGroup);
+  if (path[0] == '\0' || Exists(path)) return 1;
+  std::string target = path;
+  std::FILE* file = std::fopen(target.c_str(), "w");
+  bool written = file != nullptr && std::fputs(kPrimaryTextureGroupText, file) >= 0;
+  if (file != nullptr && std::fclose(file) != 0) written = false;
+  if (written) return 1;
+  std::remove(target.c_str());
+  return (*error = "cannot write the texture group '" + target + "'"), 0;
+}
+
 }  // namespace
 
-int HostInstallPrimaryGroups(std::string* error) { return InstallTileGroup(error); }
+int HostInstallPrimaryGroups(std::string* error) { return InstallTileGroup(error) != 0 && InstallTextureGroup(error) != 0 ? 1 : 0; }

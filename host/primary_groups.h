@@ -1,5 +1,6 @@
 // What an installer would put in the data folder: the primary tile group,
-// written from tiles compiled into our hosts when it is missing.
+// written from tiles compiled into our hosts, and the primary texture group,
+// written from its text, each when it is missing.
 #pragma once
 
 #include <cstddef>
@@ -13,6 +14,10 @@ struct PrimaryTile {
 extern const PrimaryTile kPrimaryTiles[];
 extern const int kPrimaryTileCount;
 
-// Writes the primary tile group to the data folder unless a file of that
-// name is there already. 0 with error set if it cannot be written.
+// The primary texture group's file, made at build time by
+// tools/make_texture_group.cpp.
+extern const char kPrimaryTextureGroupText[];
+
+// Writes the primary groups to the data folder unless files of their names
+// are there already. 0 with error set if one cannot be written.
 int HostInstallPrimaryGroups(std::string* error);

@@ -3,6 +3,7 @@
 #include "fills/fountain_button.h"
 #include "fills/material.h"
 #include "fills/matrix_button.h"
+#include "fills/noise_record.h"
 #include "plugin/control_table.h"
 #include "plugin/host_interface.h"
 #include "plugin/settings.h"
@@ -16,9 +17,8 @@ constexpr int kCharacterSpacingId = 34;
 constexpr const char* kCharacterSpacingStart = "90";
 
 // What each control holds before the table loads it: the up-downs' ranges
-// and the records the fill swatches, gradient bars and the tile button make
-// for themselves when created. The noise swatch makes its own in its set-up,
-// which the headless dialog does not run yet.
+// and the records the fill swatches, gradient bars, the tile button and the
+// noise swatch make for themselves when created.
 void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
   for (const ControlRow& row : ControlTable) {
     if (row.kind == kControlNumber) SnapshotSetText(snapshot, row.id + kUpDownIdOffset, row.paramText);
@@ -31,6 +31,8 @@ void CreateControls(ControlsSnapshot* snapshot, int useFiles) {
     }
     if (row.kind == kControlCustom && row.subclass == kClassGradientBar)
       SnapshotSetData(snapshot, row.id, FountainSetUp(row.id, row.caption, row.limit, useFiles));
+    if (row.kind == kControlCustom && row.subclass == kClassNoiseSwatch)
+      SnapshotSetData(snapshot, row.id, NoiseSetUp(row.id, useFiles));
   }
 }
 

@@ -9,6 +9,7 @@
 #include "fills/fountain_button_win32.h"
 #include "fills/material_swatch_win32.h"
 #include "fills/matrix_button_win32.h"
+#include "fills/noise_swatch_win32.h"
 #include "plugin/control_table.h"
 #include "plugin/build_pipeline.h"
 #include "plugin/main_dialog_win32.h"
@@ -29,6 +30,8 @@ WNDPROC ClassProcedure(ControlClass subclass) {
       return MaterialButtonProc;
     case kClassGradientBar:
       return FountainButtonProc;
+    case kClassNoiseSwatch:
+      return NoiseSwatchProc;
     case kClassColourWell:
       return ColourWellProc;
     case kClassDirectionWell:

@@ -10,6 +10,11 @@ bool PlatformShiftHeld();
 // Whether the Alt key is down now. Never, without a keyboard.
 bool PlatformAltHeld();
 
+// The machine's owner and organisation as the system records them, for the
+// headers of the files we write: "Unknown user" when there is no owner, an
+// empty organisation when there is none. Both are cut to fit.
+void PlatformMachineOwner(char* owner, int ownerSize, char* organisation, int organisationSize);
+
 // The folder separator of this platform's paths.
 extern const char kPlatformPathSeparator;
 

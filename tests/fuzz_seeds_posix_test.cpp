@@ -1,6 +1,7 @@
 // Seed corpora for the fuzz targets, written by the readers' own writers
 // when LW_FUZZ_SEEDS names a folder: <folder>/settings_file,
-// <folder>/material_file and <folder>/mtx, one file per seed.
+// <folder>/material_file, <folder>/mtx, <folder>/fft and <folder>/noise_file,
+// one file per seed.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -10,6 +11,9 @@
 
 #include "fills/material.h"
 #include "fills/matrix_group.h"
+#include "fills/noise_record.h"
+#include "fills/texture_group.h"
+#include "host/primary_groups.h"
 #include "plugin/settings.h"
 
 namespace {
@@ -53,19 +57,42 @@ void WriteMatrixSeeds(const fs::path& folder) {
   MatrixTileListFree(&list);
 }
 
+void WriteGroupSeeds(const fs::path& folder) {
+  WriteBytes(folder / "primary.fft", kPrimaryTextureGroupText);
+  // Lower-case keys, blanks around "=", a nameless item, an item cut short.
+  WriteBytes(folder / "edges.fft", std::string(kTextureFileSignature) +
+                                       "\r\nwriteable = 0\n:beginitem\ntexturename = A\npower1 = 0.5\n:EndItem\n"
+                                       ":BEGINITEM\nCreaterCount=12\n:ENDITEM\n:BEGINITEM\nTextureName=" +
+                                       std::string(300, 'n'));
+}
+
+void WriteNoiseSeeds(const fs::path& folder) {
+  NoiseRecord record;
+  NoiseDefaults(&record, (folder / "defaults.flp").c_str());
+  ASSERT_EQ(NoiseRecordSave(record), 1);
+  NoiseDefaults(&record, (folder / "stretched.flp").c_str());
+  record.uniform = 0;
+  record.depth = 1.0;
+  record.dimensions = 1;
+  ASSERT_EQ(NoiseRecordSave(record), 1);
+}
+
 TEST(FuzzSeeds, WrittenWhenAFolderIsNamed) {
   const char* target = std::getenv("LW_FUZZ_SEEDS");
   if (target == nullptr || target[0] == '\0') GTEST_SKIP() << "LW_FUZZ_SEEDS names no folder";
   fs::path settings = fs::path(target) / "settings_file";
   fs::path material = fs::path(target) / "material_file";
-  fs::create_directories(settings);
   fs::path matrix = fs::path(target) / "mtx";
-  fs::create_directories(material);
-  fs::create_directories(matrix);
+  fs::path groups = fs::path(target) / "fft";
+  fs::path noise = fs::path(target) / "noise_file";
+  for (const fs::path& folder : {settings, material, matrix, groups, noise}) fs::create_directories(folder);
   WriteSettingsSeeds(settings);
   WriteMaterialSeeds(material);
   WriteMatrixSeeds(matrix);
+  WriteGroupSeeds(groups);
+  WriteNoiseSeeds(noise);
   EXPECT_EQ(fs::file_size(material / "kind0.mtrl"), kMaterialFileSize);
+  EXPECT_EQ(fs::file_size(noise / "defaults.flp"), kNoiseRecordSize);
 }
 
 }  // namespace

@@ -173,17 +173,13 @@ TEST(MaterialRender, GradientFillRunsFromItsStartColourAtTheTop) {
   EXPECT_GT(DibGetPixel(image.head, 15, 19) & 0xFF, 0xB0);
 }
 
-TEST(MaterialRender, UnknownKindIsBlackAndUnbuiltKindsFailButSetTheirRectangle) {
+TEST(MaterialRender, UnknownKindIsBlack) {
   MemOwner block(MaterialLoad("", 0x123456, 0));
   RecordLock lock(block.get());
   lock.record->kind = 9;
   DibOwner black(MaterialRender(lock.record, 4, 4));
   ASSERT_NE(black, nullptr);
   EXPECT_EQ(MaterialAverageColour(black.get()), 0u);
-  lock.record->kind = kMaterialTexture;
-  EXPECT_EQ(MaterialRender(lock.record, 300, 100), nullptr);
-  EXPECT_EQ(lock.record->texture.rectangle.right, 300);
-  EXPECT_EQ(lock.record->texture.rectangle.bottom, 300);
 }
 
 TEST(MaterialAverageColour, TruncatesEachChannelsMean) {

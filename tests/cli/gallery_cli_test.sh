@@ -11,8 +11,9 @@ printf '[PlugIn]\nMainDelay = 77\n' >"$XDG_CONFIG_HOME/Brindle Foundries/LWMOTIO
 
 "$cli" gallery out 2>err.txt || fail "gallery failed: $(cat err.txt)"
 built=$("$cli" effects | grep -vc "not built yet")
+textures=$("$cli" textures | wc -l)
 listed=$(grep -c "<img src=" out/index.html)
-[ "$listed" -eq "$built" ] || fail "index.html lists $listed effects, not $built"
+[ "$listed" -eq $((built + textures)) ] || fail "index.html lists $listed pictures, not $built effects and $textures textures"
 for gif in out/*.gif; do
   frames=$(identify "$gif" | wc -l)
   grep -q "src=\"$(basename "$gif")\".*<td class=\"n\">$frames</td>" out/index.html ||
