@@ -21,7 +21,7 @@ inline DibHandle PictureOf(int width, int height, int depth, const std::function
 
 // A busy picture with every channel different: neighbours and rows differ.
 inline std::uint32_t Busy(int x, int y) {
-  auto h = static_cast<std::uint32_t>(x * 73856093 ^ y * 19349663);
+  std::uint32_t h = static_cast<std::uint32_t>(x) * 73856093u ^ static_cast<std::uint32_t>(y) * 19349663u;
   return (h ^ h >> 13) * 2654435761u >> 8 & 0xFFFFFF;
 }
 
