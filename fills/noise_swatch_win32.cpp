@@ -19,12 +19,12 @@ constexpr WORD kSeedCommand = 101;
 constexpr WORD kScaleCommand = 104;
 constexpr WORD kDepthCommand = 105;
 
-using NoiseLock = WindowRecordLock<NoiseRecord>;
+using NoiseLock = MemRecordLock<NoiseRecord>;
 
 // A new map at the client size, coloured when the record has a colouring;
 // a map that cannot be made leaves the swatch blank.
 void Recompute(HWND window) {
-  NoiseLock lock(window);
+  NoiseLock lock(WindowBlock(window));
   if (lock.record == nullptr) return;
   lock.record->picture = MemFree(lock.record->picture);
   RECT client;
@@ -44,7 +44,7 @@ void SetUp(HWND window, LPARAM colouring) {
   MemHandle block = NoiseSetUp(GetDlgCtrlID(window), useFile ? 1 : 0);
   SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(block));
   {
-    NoiseLock lock(window);
+    NoiseLock lock(WindowBlock(window));
     if (lock.record == nullptr) return;
     lock.record->colouring = colouring == kColouringFromGradient259 ? NoiseColourFromGradient259 : nullptr;
   }
@@ -68,7 +68,7 @@ void ShowMenu(HWND window, LPARAM place) {
 void Edit(HWND window, WORD command) {
   NumericValueRequest request{};
   {
-    NoiseLock lock(window);
+    NoiseLock lock(WindowBlock(window));
     if (lock.record == nullptr) return;
     if (command == kSeedCommand) request = {"Random seed:", 1000, 32760, lock.record->seed};
     else if (command == kScaleCommand) request = {"Scale:", 2, 256, static_cast<int>(lock.record->scale)};
@@ -77,7 +77,7 @@ void Edit(HWND window, WORD command) {
   }
   if (NumericValueBox(window, &request) == 0) return;
   {
-    NoiseLock lock(window);
+    NoiseLock lock(WindowBlock(window));
     if (lock.record == nullptr) return;
     if (command == kSeedCommand) lock.record->seed = request.value;
     else if (command == kScaleCommand) lock.record->scale = request.value;
@@ -94,7 +94,7 @@ void Paint(HWND window, HDC dc) {
   GetClientRect(window, &client);
   FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
   FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
-  NoiseLock lock(window);
+  NoiseLock lock(WindowBlock(window));
   if (lock.record == nullptr) FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
   else if (lock.record->picture != nullptr) DibDraw(dc, client.left, client.top, lock.record->picture);
   FrameRect(dc, &client, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
