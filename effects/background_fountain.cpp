@@ -40,9 +40,7 @@ DibHandle BackgroundFountainGenerate(EffectContext* context) {
   DibLock pictureLock(picture.get());
   if (fillLock.head == nullptr || pictureLock.head == nullptr) return nullptr;
   // The shadow's fill moves with the shadow.
-  if (frame.look.shadowOn != 0 &&
-      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                               frame.pad + frame.place.shadowY, kShadowFillMoves) == 0)
+  if (TextFrameCompositeRestingShadow(dialog, frame, pictureLock.head, kShadowFillId, kShadowFillMoves) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;

@@ -44,10 +44,7 @@ int CompositeText(const Controls* dialog, const TextFrame& frame, DibHead* wall)
   DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
   DibLock fillLock(fill.get());
   if (fillLock.head == nullptr) return 0;
-  if (frame.look.shadowOn != 0 &&
-      TextFrameCompositeShadow(dialog, frame, wall, kShadowFillId, frame.pad + frame.place.shadowX,
-                               frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
-    return 0;
+  if (TextFrameCompositeRestingShadow(dialog, frame, wall, kShadowFillId, kShadowFillFixed) == 0) return 0;
   int textX = frame.pad + frame.place.textX;
   int textY = frame.pad + frame.place.textY;
   if (TextFrameCompositeText(frame, wall, fillLock.head, textX, textY) == 0) return 0;

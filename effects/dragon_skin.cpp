@@ -48,9 +48,7 @@ DibHandle DragonSkinGenerate(EffectContext* context) {
   DibLock pictureLock(picture.get());
   DibLock fillLock(fill.get());
   if (pictureLock.head == nullptr || fillLock.head == nullptr) return nullptr;
-  if (frame.look.shadowOn != 0 &&
-      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                               frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
+  if (TextFrameCompositeRestingShadow(dialog, frame, pictureLock.head, kShadowFillId, kShadowFillFixed) == 0)
     return nullptr;
   int textX = frame.pad + frame.place.textX;
   int textY = frame.pad + frame.place.textY;

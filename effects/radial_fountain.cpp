@@ -77,9 +77,7 @@ DibHandle RadialFountainGenerate(EffectContext* context) {
   DibOwner picture(RenderFillOf(dialog, kBackgroundId, frame.size.width, frame.size.height));
   DibLock pictureLock(picture.get());
   if (pictureLock.head == nullptr) return nullptr;
-  if (frame.look.shadowOn != 0 &&
-      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                               frame.pad + frame.place.shadowY, kShadowFillMoves) == 0)
+  if (TextFrameCompositeRestingShadow(dialog, frame, pictureLock.head, kShadowFillId, kShadowFillMoves) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;

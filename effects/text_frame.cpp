@@ -89,6 +89,13 @@ int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, Dib
   return 1;
 }
 
+int TextFrameCompositeRestingShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId,
+                                    ShadowFillPlace place) {
+  if (frame.look.shadowOn == 0) return 1;
+  return TextFrameCompositeShadow(dialog, frame, picture, fillId, frame.pad + frame.place.shadowX,
+                                  frame.pad + frame.place.shadowY, place);
+}
+
 int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y) {
   if (fill == nullptr) return 0;
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.fillLevel));

@@ -58,6 +58,10 @@ enum ShadowFillPlace { kShadowFillFixed, kShadowFillMoves };
 // soft. 0 on failure.
 int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
                              int y, ShadowFillPlace place);
+// The shadow step where the text rests: at (pad, pad) moved by the shadow's
+// displacement, and only when the look has the shadow on. 0 on failure.
+int TextFrameCompositeRestingShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId,
+                                    ShadowFillPlace place);
 // The text step: fill (fixed to the frame) through the text mask at (x, y)
 // at the fill's level, only where the fill reaches: a fill smaller than the
 // frame leaves the letters beyond it unpainted. 0 on failure.

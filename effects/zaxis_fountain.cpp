@@ -55,9 +55,7 @@ DibHandle ZAxisFountainGenerate(EffectContext* context) {
   DibLock pictureLock(picture.get());
   if (pictureLock.head == nullptr) return nullptr;
   // The shadow's fill stays fixed to the frame.
-  if (frame.look.shadowOn != 0 &&
-      TextFrameCompositeShadow(dialog, frame, pictureLock.head, kShadowFillId, frame.pad + frame.place.shadowX,
-                               frame.pad + frame.place.shadowY, kShadowFillFixed) == 0)
+  if (TextFrameCompositeRestingShadow(dialog, frame, pictureLock.head, kShadowFillId, kShadowFillFixed) == 0)
     return nullptr;
   const int textX = frame.pad + frame.place.textX;
   const int textY = frame.pad + frame.place.textY;
