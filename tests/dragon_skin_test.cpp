@@ -8,6 +8,7 @@
 #include "fills/noise_record.h"
 #include "tests/effect_test_support.h"
 #include "tests/pixels_test_support.h"
+#include "tests/test_folder.h"
 
 namespace {
 
@@ -51,10 +52,8 @@ TEST(MakeNoise, SameSeedSameMapAndTheDiscardedDrawsCount) {
 }
 
 TEST(NoiseRecordFile, WholeFilesReplaceTheDefaultsOthersAreIgnored) {
-  std::filesystem::path folder = std::filesystem::temp_directory_path() / "lw_noise_record_file";
-  std::filesystem::remove_all(folder);
-  std::filesystem::create_directories(folder);
-  std::string path = (folder / "Fill00261.flp").string();
+  TestFolder folder("lw_noise_record_file");
+  std::string path = folder.File("Fill00261.flp");
   NoiseRecord saved;
   NoiseDefaults(&saved, path.c_str());
   saved.seed = 2024;
@@ -82,7 +81,6 @@ TEST(NoiseRecordFile, WholeFilesReplaceTheDefaultsOthersAreIgnored) {
   ASSERT_EQ(NoiseRecordSave(saved), 1);
   NoiseRecordLoad(&kept, path.c_str(), 1);
   EXPECT_EQ(kept.seed, 10356);
-  std::filesystem::remove_all(folder);
 }
 
 class DragonSkinEffect : public EffectOnDefaults {

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
@@ -21,6 +20,7 @@
 #include "host/reference_host.h"
 #include "plugin/host_interface.h"
 #include "raster/dib.h"
+#include "tests/test_folder.h"
 
 // Repeatable noise of values 0 to levels - 1.
 inline std::vector<std::uint8_t> TestNoise(std::size_t count, int levels, std::uint32_t seed) {
@@ -48,26 +48,6 @@ inline TaskRecord TestTask(int depth, int width, int height, std::uint32_t seed)
 }
 
 inline std::int64_t TestPointer(const void* address) { return reinterpret_cast<std::int64_t>(address); }
-
-// A folder of the test's own under the temporary directory, so that tests
-// run side by side never share a file; removed with everything in it.
-struct TestFolder {
-  std::filesystem::path path;
-  explicit TestFolder(const std::string& name) {
-    std::filesystem::path base = std::filesystem::temp_directory_path();
-    auto tick = static_cast<unsigned long long>(std::chrono::steady_clock::now().time_since_epoch().count());
-    for (unsigned long long suffix = tick % 1000000007;; ++suffix) {
-      path = base / (name + "_" + std::to_string(suffix));
-      std::error_code error;
-      if (std::filesystem::create_directory(path, error) || error) break;
-    }
-  }
-  ~TestFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path, error);
-  }
-  std::string File(const std::string& name) const { return (path / name).string(); }
-};
 
 inline std::vector<std::uint8_t> TestReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);

@@ -12,14 +12,13 @@
 
 #include "fills/material.h"
 #include "tests/scoped_variable_posix.h"
+#include "tests/test_folder.h"
 
 namespace {
 
-std::string TempPath(const std::string& name) { return (std::filesystem::temp_directory_path() / name).string(); }
-
 TEST(MaterialFileShortWrite, RemovesTheFile) {
-  std::string path = TempPath("lw_material_short.mtrl");
-  std::remove(path.c_str());
+  TestFolder folder("lw_material_short");
+  std::string path = folder.File("short.mtrl");
   MemOwner block(MaterialLoad("", 0x123456, 0));
   struct sigaction ignore = {}, previous = {};
   ignore.sa_handler = SIG_IGN;
@@ -38,7 +37,8 @@ TEST(MaterialFileShortWrite, RemovesTheFile) {
 
 // The swatch's set-up finds its own file in the data folder by control id.
 TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
-  std::filesystem::path home = std::filesystem::temp_directory_path() / "lw_material_home";
+  TestFolder folder("lw_material_home");
+  const std::filesystem::path& home = folder.path;
   std::filesystem::create_directories(home / "Brindle Foundries" / "Lettermotion 3");
   ScopedVariable config("XDG_CONFIG_HOME", home.c_str());
 
@@ -57,7 +57,6 @@ TEST(MaterialSetUp, ReadsTheControlsFileUnlessTold) {
   ASSERT_NE(record, nullptr);
   EXPECT_EQ(record->colour, 0x7F7F7Fu);
   MemUnlock(other.get());
-  std::filesystem::remove_all(home);
 }
 
 }  // namespace

@@ -5,26 +5,20 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <random>
 #include <string>
 
 #include "fills/matrix_group.h"
 #include "fills/matrix_tile.h"
+#include "tests/test_folder.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of the test's own, removed afterwards.
 class MatrixGroupFiles : public ::testing::Test {
  protected:
-  void SetUp() override {
-    folder_ = fs::temp_directory_path() / ("lw_matrix_" + std::to_string(std::random_device{}()));
-    fs::create_directories(folder_);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-  std::string Path(const char* name) const { return (folder_ / name).string(); }
-  fs::path folder_;
+  std::string Path(const char* name) const { return folder_.File(name); }
+  TestFolder folder_{"lw_matrix"};
 };
 
 // A tile whose pixel (x, y) is colour + x + 256 * y.
