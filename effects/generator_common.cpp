@@ -24,46 +24,91 @@ std::uint32_t BlendChannel(std::uint32_t colour, std::uint32_t pixel, std::uint3
   return (colour * level / 255 + pixel * (255 - level) / 255) & 0xFF;
 }
 
-// Where a compositing loop starts in the mask, where its values land, and
-// the level that scales each mask value first (255 keeps it).
+// Where a compositing loop starts and stops in the mask, where its values
+// land, and the level that scales each mask value first (255 keeps it).
 struct MaskWalk {
   int firstX;
   int firstY;
   int moveX;  // a mask value at (x, y) lands in the frame at (x + moveX, y + moveY)
   int moveY;
   int scale;
+  int stopX;  // the walk ends before this column and row
+  int stopY;
 };
 
-// Walks the mask's rows and columns from walk's first row and column, with
-// the colour that colourAt gives for mask place (x, y). A pixel that falls
-// outside the frame is left out. The usual case, an 8-bit mask over a 24-bit
-// frame from inside the mask, walks the stored rows directly.
-template <typename ColourAt>
-void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, ColourAt colourAt) {
+MaskWalk WalkWholeMask(const DibHead* mask, int firstX, int firstY, int moveX, int moveY, int scale) {
+  return {firstX, firstY, moveX, moveY, scale, mask->biWidth, mask->biHeight};
+}
+
+// The colours of one mask row: a fill read at (x - shiftX, y - shiftY),
+// straight from its stored row when it is 24-bit and the place lies inside
+// it, otherwise through DibGetPixel (a place outside reads as -1).
+struct FillRowColours {
+  const DibHead* fill;
+  int fillY;
+  int shiftX;
+  const std::uint8_t* row;  // null where the row cannot be read directly
+
+  FillRowColours(const DibHead* source, int y, int shiftX_, int shiftY)
+      : fill(source), fillY(y - shiftY), shiftX(shiftX_), row(nullptr) {
+    if (source->biBitCount == 24 && fillY >= 0 && fillY < source->biHeight) row = DibRow(source, fillY);
+  }
+  std::uint32_t operator()(int x) const {
+    int fillX = x - shiftX;
+    if (row != nullptr && fillX >= 0 && fillX < fill->biWidth) {
+      const std::uint8_t* p = row + fillX * 3;
+      return static_cast<std::uint32_t>(p[0] << 16 | p[1] << 8 | p[2]);
+    }
+    return static_cast<std::uint32_t>(DibGetPixel(fill, fillX, fillY));
+  }
+};
+
+// One colour for every mask place.
+struct SolidRowColours {
+  std::uint32_t colour;
+  std::uint32_t operator()(int) const { return colour; }
+};
+
+// Walks the mask's rows and columns as walk says, with the colours that
+// rowColours(y) gives for mask row y, called with each column x. A pixel that
+// falls outside the frame is left out. The usual case, an 8-bit mask over a
+// 24-bit frame from inside the mask, walks the stored rows directly.
+template <typename RowColours>
+void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, RowColours rowColours) {
   bool direct = mask->biBitCount == 8 && frame->biBitCount == 24 && walk.firstX >= 0 && walk.firstY >= 0;
-  for (int y = walk.firstY; y < mask->biHeight; ++y) {
+  for (int y = walk.firstY; y < walk.stopY; ++y) {
     int frameY = y + walk.moveY;
     if (direct && (frameY < 0 || frameY >= frame->biHeight)) continue;
+    const auto colourAt = rowColours(y);
     const std::uint8_t* levels = direct ? DibRow(mask, y) : nullptr;
     std::uint8_t* row = direct ? DibRow(frame, frameY) : nullptr;
-    for (int x = walk.firstX; x < mask->biWidth; ++x) {
+    for (int x = walk.firstX; x < walk.stopX; ++x) {
       int value = direct ? levels[x] : DibGetPixel(mask, x, y) & 0xFF;
       int level = value * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
       int frameX = x + walk.moveX;
       if (!direct) {
-        std::uint32_t pixel = static_cast<std::uint32_t>(DibGetPixel(frame, frameX, frameY));
-        DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x, y), pixel, level));
+        std::int32_t pixel = DibGetPixel(frame, frameX, frameY);
+        if (pixel != -1) DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x), static_cast<std::uint32_t>(pixel), level));
         continue;
       }
       if (frameX < 0 || frameX >= frame->biWidth) continue;
       std::uint8_t* p = row + frameX * 3;  // blue, green, red
-      std::uint32_t blended = BlendPixel(colourAt(x, y), static_cast<std::uint32_t>(p[0] << 16 | p[1] << 8 | p[2]), level);
+      std::uint32_t blended = BlendPixel(colourAt(x), static_cast<std::uint32_t>(p[0] << 16 | p[1] << 8 | p[2]), level);
       p[0] = static_cast<std::uint8_t>(blended >> 16);
       p[1] = static_cast<std::uint8_t>(blended >> 8);
       p[2] = static_cast<std::uint8_t>(blended);
     }
   }
+}
+
+// The row colours of a fill read relative to (shiftX, shiftY).
+auto FillRows(const DibHead* fill, int shiftX, int shiftY) {
+  return [fill, shiftX, shiftY](int y) { return FillRowColours(fill, y, shiftX, shiftY); };
+}
+
+auto SolidRows(std::uint32_t colour) {
+  return [colour](int) { return SolidRowColours{colour}; };
 }
 
 }  // namespace
@@ -151,24 +196,14 @@ void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask,
 }
 
 void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk) {
-  CompositeThroughMask(frame, mask, {walk.firstX, walk.firstY, 0, 0, walk.level}, [&](int x, int y) {
-    return static_cast<std::uint32_t>(DibGetPixel(fill, x - walk.fillX, y - walk.fillY));
-  });
+  CompositeThroughMask(frame, mask, WalkWholeMask(mask, walk.firstX, walk.firstY, 0, 0, walk.level),
+                       FillRows(fill, walk.fillX, walk.fillY));
 }
 
 void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask) {
   int width = mask->biWidth < fill->biWidth ? mask->biWidth : fill->biWidth;
   int height = mask->biHeight < fill->biHeight ? mask->biHeight : fill->biHeight;
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      int level = DibGetPixel(mask, x, y) & 0xFF;
-      if (level == 0) continue;
-      std::int32_t pixel = DibGetPixel(frame, x, y);
-      if (pixel == -1) continue;
-      auto colour = static_cast<std::uint32_t>(DibGetPixel(fill, x, y));
-      DibPutPixel(frame, x, y, BlendPixel(colour, static_cast<std::uint32_t>(pixel), level));
-    }
-  }
+  CompositeThroughMask(frame, mask, {0, 0, 0, 0, kFullLevel, width, height}, FillRows(fill, 0, 0));
 }
 
 void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
@@ -176,21 +211,19 @@ void CompositeOutline(DibHead* frame, std::uint32_t colour, const DibHead* mask)
 }
 
 void CompositeOutlineFaded(DibHead* frame, std::uint32_t colour, const DibHead* mask, int level) {
-  CompositeThroughMask(frame, mask, {0, 0, 0, 0, level}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, WalkWholeMask(mask, 0, 0, 0, 0, level), SolidRows(colour));
 }
 
 void CompositeOutlineShiftedLeft(DibHead* frame, std::uint32_t colour, const DibHead* mask) {
-  CompositeThroughMask(frame, mask, {1, 0, -1, 0, kFullLevel}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, mask, WalkWholeMask(mask, 1, 0, -1, 0, kFullLevel), SolidRows(colour));
 }
 
 void CompositeFillAt(DibHead* frame, const DibHead* fill, const DibHead* mask, int left, int top) {
-  CompositeThroughMask(frame, mask, {0, 0, left, top, kFullLevel}, [&](int x, int y) {
-    return static_cast<std::uint32_t>(DibGetPixel(fill, x + left, y + top));
-  });
+  CompositeThroughMask(frame, mask, WalkWholeMask(mask, 0, 0, left, top, kFullLevel), FillRows(fill, -left, -top));
 }
 
 void CompositeLetterOutline(DibHead* frame, std::uint32_t colour, const DibHead* ring, int left, int top, int level) {
-  CompositeThroughMask(frame, ring, {1, 1, left - 1, top - 1, level}, [colour](int, int) { return colour; });
+  CompositeThroughMask(frame, ring, WalkWholeMask(ring, 1, 1, left - 1, top - 1, level), SolidRows(colour));
 }
 
 int AppendEffectFrame(EffectContext* context, DibHandle image, std::uint32_t delay) {
