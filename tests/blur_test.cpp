@@ -165,6 +165,19 @@ TEST(GaussianBlur, EqualsReferenceOnRandomBitmaps) {
   }
 }
 
+// Masks that are mostly empty: blocks with no ink, and blocks that reach a
+// lone inked sample only with their farthest tap.
+TEST(GaussianBlur, EqualsReferenceOnSparseMasks) {
+  std::mt19937 random(11);
+  auto sparse = [&] { return static_cast<std::uint8_t>(random() % 500 == 0 ? 1 + random() % 255 : 0); };
+  for (int depth : {8, 24})
+    for (int softness : {3, 12, 102}) {
+      SCOPED_TRACE(testing::Message() << depth << " bits, softness " << softness);
+      ExpectSameAsReference(DibOwner(FilledDib(600, 100, depth, sparse)).get(), softness);
+      ExpectSameAsReference(DibOwner(FilledDib(47, 33, depth, sparse)).get(), softness);
+    }
+}
+
 // ---- Properties --------------------------------------------------------------------------
 
 TEST(GaussianBlur, HeightOneLeavesTheMaskAsItWas) {
