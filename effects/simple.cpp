@@ -21,6 +21,7 @@ DibHandle SimpleGenerate(EffectContext* context) {
   const auto* scroll = static_cast<const SimpleExtra*>(context->extra);
   TextFrame frame;
   if (TextFrameMeasure(dialog, kSimpleLook, &frame) == 0) return nullptr;
+  frame.laidLevels = scroll->laidLevels;
 
   DibOwner picture(RenderFillOf(dialog, kBackgroundId, frame.size.width, frame.size.height));
   DibLock pictureLock(picture.get());
@@ -75,7 +76,8 @@ int SimpleBuild(EffectContext* context) {
   int frames = ReadControlInt(dialog, kFramesId);
   int direction = ReadControlNumber(dialog, kScrollId);
 
-  SimpleExtra extra{};
+  LaidTextLevels laidLevels{};
+  SimpleExtra extra{0, 0, &laidLevels};
   context->extra = &extra;
   context->flags |= kEffectFlagStill;
   DibHandle still = SimpleGenerate(context);

@@ -7,10 +7,14 @@
 int SimplePreview(EffectContext* context);
 int SimpleBuild(EffectContext* context);
 
-// What the build sets for each frame: the text's scroll offset in pixels.
+struct LaidTextLevels;
+
+// What the build sets for each frame: the text's scroll offset in pixels,
+// and the text laid once for all its frames (null in a preview).
 struct SimpleExtra {
   std::int32_t scrollX;
   std::int32_t scrollY;
+  LaidTextLevels* laidLevels;
 };
 
 // One frame of Simple at the scroll offset in context->extra.

@@ -21,6 +21,7 @@ void MeasureLaidText(const Controls* dialog, TextFrame* frame) {
 }
 
 void ReadLook(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
+  frame->laidLevels = nullptr;
   ReadSharedControls(dialog, &frame->shared);
   ReadPanelLook(dialog, ids, &frame->look);
   frame->place = ShadowPlacementFor(frame->look.direction, frame->look.offset);
@@ -64,7 +65,26 @@ DibHandle GradientStripOf(const Controls* dialog, int id, int width, int height)
 
 int FillIsSolid(const Controls* dialog, int id) { return EffectBackgroundColourOf(dialog, id) != -1 ? 1 : 0; }
 
+namespace {
+
+// The text laid at level in the frame's laid levels, laid there on first
+// use; null when there are none, no room is left or the laying fails.
+const LaidText* LaidAtLevel(const TextFrame& frame, int level) {
+  LaidTextLevels* levels = frame.laidLevels;
+  if (levels == nullptr) return nullptr;
+  for (int i = 0; i < levels->count; ++i)
+    if (levels->levels[i] == level) return &levels->laid[i];
+  if (levels->count == LaidTextLevels::kMost) return nullptr;
+  LaidText* laid = &levels->laid[levels->count];
+  if (TextLay(frame.style, frame.text, level, frame.advances, laid) == 0) return nullptr;
+  levels->levels[levels->count++] = level;
+  return laid;
+}
+
+}  // namespace
+
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
+  if (const LaidText* laid = LaidAtLevel(frame, level)) return LaidTextPart(*laid, x, y, frame.size.width, frame.size.height);
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }
 
@@ -115,8 +135,11 @@ int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint
 
 namespace {
 
+constexpr int kCoverLevel = 255;  // the outline grows from the text at full cover
+
 int CompositeOutlineMask(const TextFrame& frame, DibHead* picture, int x, int y, int shiftLeft) {
-  DibOwner mask(TextOutlineMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, frame.advances));
+  DibOwner cover(TextFrameMask(frame, x, y, kCoverLevel));
+  DibOwner mask(cover != nullptr ? MaskRing(cover.get()) : nullptr);
   DibLock maskLock(mask.get());
   if (maskLock.head == nullptr) return 0;
   if (shiftLeft != 0)

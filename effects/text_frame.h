@@ -9,7 +9,19 @@
 #include "effects/generator_common.h"
 #include "raster/text.h"
 
+// The text laid once for a whole build at each level its frames ask for
+// (shadow, fill, full cover for the outline). An effect whose frames only
+// move the text keeps one for its build and lends it to each frame's
+// TextFrame; every text mask of the frame is then a part of it.
+struct LaidTextLevels {
+  static constexpr int kMost = 3;
+  int count;
+  int levels[kMost];
+  LaidText laid[kMost];
+};
+
 struct TextFrame {
+  LaidTextLevels* laidLevels;  // null: each mask lays the text anew
   SharedControls shared;
   PanelLook look;
   ShadowPlacement place;
@@ -22,7 +34,8 @@ struct TextFrame {
   FrameSize size;
 };
 
-// Fills the record from the controls. 0 for an empty text.
+// Fills the record from the controls, without laid levels. 0 for an empty
+// text.
 int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame);
 
 // As TextFrameMeasure, but for an effect that keeps its text in its record:

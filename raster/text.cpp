@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <memory>
+#include <new>
 
 #include "plugin/settings.h"
 
@@ -154,18 +156,58 @@ DibHandle TextCharMask(const TextStyle& style, unsigned char character, int cell
 
 DibHandle TextMask(const TextStyle& style, int x, int y, const char* text, int width, int height, int level,
                    const std::int32_t* advances) {
-  DibOwner mask(MaskNew(width, height));
-  DibLock target(mask.get());
-  if (target.head == nullptr) return nullptr;
-  int pen = x;
-  for (std::size_t i = 0; text[i] != '\0'; ++i) {
-    DibOwner picture(TextCharMask(style, static_cast<unsigned char>(text[i]), 0, level));
-    DibLock source(picture.get());
-    if (source.head == nullptr) return nullptr;
-    MergeByMaximum(target.head, source.head, pen, y);
+  LaidText laid{};
+  return TextLay(style, text, level, advances, &laid) != 0 ? LaidTextPart(laid, x, y, width, height) : nullptr;
+}
+
+int TextLay(const TextStyle& style, const char* text, int level, const std::int32_t* advances, LaidText* laid) {
+  std::size_t length = std::strlen(text);
+  std::unique_ptr<DibOwner[]> pictures(new (std::nothrow) DibOwner[length + 1]);
+  if (pictures == nullptr) return 0;
+  // The box of all the pictures, the text's pen starting at 0 and at least
+  // one pixel for an empty text.
+  int left = 0;
+  int right = 1;
+  int bottom = 1;
+  int pen = 0;
+  for (std::size_t i = 0; i < length; ++i) {
+    pictures[i].reset(TextCharMask(style, static_cast<unsigned char>(text[i]), 0, level));
+    DibLock source(pictures[i].get());
+    if (source.head == nullptr) return 0;
+    left = std::min(left, pen);
+    right = std::max(right, pen + source.head->biWidth);
+    bottom = std::max(bottom, source.head->biHeight);
     pen += advances[i];
   }
-  return mask.release();
+  laid->mask.reset(MaskNew(right - left, bottom));
+  DibLock target(laid->mask.get());
+  if (target.head == nullptr) return 0;
+  laid->originX = -left;
+  laid->originY = 0;
+  pen = laid->originX;
+  for (std::size_t i = 0; i < length; ++i) {
+    DibLock source(pictures[i].get());
+    if (source.head == nullptr) return 0;
+    MergeByMaximum(target.head, source.head, pen, laid->originY);
+    pen += advances[i];
+  }
+  return 1;
+}
+
+DibHandle LaidTextPart(const LaidText& laid, int x, int y, int width, int height) {
+  DibLock source(laid.mask.get());
+  DibOwner part(MaskNew(width, height));
+  DibLock target(part.get());
+  if (source.head == nullptr || target.head == nullptr) return nullptr;
+  // Mask column c of the part shows column c + shiftX of the laid text.
+  const int shiftX = laid.originX - x;
+  const int shiftY = laid.originY - y;
+  const int first = std::max(0, -shiftX);
+  const int stop = std::min(width, source.head->biWidth - shiftX);
+  for (int row = std::max(0, -shiftY); row < std::min(height, source.head->biHeight - shiftY) && first < stop; ++row)
+    std::memcpy(DibRow(target.head, row) + first, DibRow(source.head, row + shiftY) + first + shiftX,
+                static_cast<std::size_t>(stop - first));
+  return part.release();
 }
 
 DibHandle MaskDilate(DibHandle mask) {
@@ -180,13 +222,16 @@ DibHandle MaskDilate(DibHandle mask) {
 
 DibHandle TextOutlineMask(const TextStyle& style, int x, int y, const char* text, int width, int height,
                           const std::int32_t* advances) {
+  DibOwner cover(TextMask(style, x, y, text, width, height, 255, advances));
+  return cover != nullptr ? MaskRing(cover.get()) : nullptr;
+}
+
+DibHandle MaskRing(DibHandle cover) {
   // The full-cover mask is both what grows into the ring and what is punched
   // out of it.
-  DibOwner cover(TextMask(style, x, y, text, width, height, 255, advances));
-  if (cover == nullptr) return nullptr;
-  DibOwner dilated(MaskDilate(cover.get()));
+  DibOwner dilated(MaskDilate(cover));
   DibLock target(dilated.get());
-  DibLock source(cover.get());
+  DibLock source(cover);
   if (target.head == nullptr || source.head == nullptr) return nullptr;
   PunchCoverage(target.head, source.head, 0);
   return dilated.release();

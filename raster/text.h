@@ -42,6 +42,23 @@ DibHandle TextCharMask(const TextStyle& style, unsigned char character, int cell
 DibHandle TextMask(const TextStyle& style, int x, int y, const char* text, int width, int height, int level,
                    const std::int32_t* advances);
 
+// A text laid once, as TextMask lays it, on a mask that holds every character
+// picture whole; the text's left top lies at (originX, originY) in it. Frames
+// that only move the text take their part of it instead of laying it again.
+struct LaidText {
+  DibOwner mask;
+  int originX;
+  int originY;
+};
+
+// Lays the text at level into laid. 0 on failure.
+int TextLay(const TextStyle& style, const char* text, int level, const std::int32_t* advances, LaidText* laid);
+
+// The width by height part of a laid text with the text's left top at
+// (x, y): the same mask TextMask gives for that place and size. Null on
+// failure.
+DibHandle LaidTextPart(const LaidText& laid, int x, int y, int width, int height);
+
 // 3 by 3 maximum filter of a mask. Null on failure.
 DibHandle MaskDilate(DibHandle mask);
 
@@ -49,6 +66,9 @@ DibHandle MaskDilate(DibHandle mask);
 // the glyphs' soft edge and 0 where they cover fully. Null on failure.
 DibHandle TextOutlineMask(const TextStyle& style, int x, int y, const char* text, int width, int height,
                           const std::int32_t* advances);
+
+// The same ring around a full-cover text mask. Null on failure.
+DibHandle MaskRing(DibHandle cover);
 
 // The same ring around one character at level, in a mask with a margin of
 // one pixel all round. Null on failure.

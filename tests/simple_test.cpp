@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 #include "effects/simple.h"
 #include "effects/text_frame.h"
@@ -13,7 +14,7 @@ class SimpleEffect : public EffectOnDefaults {
     EffectOnDefaults::SetUp();
     context_.extra = &still_;
   }
-  SimpleExtra still_{0, 0};
+  SimpleExtra still_{};
 };
 
 // The lowest opacity without shadow and outline leaves only the background.
@@ -60,6 +61,27 @@ TEST_F(SimpleEffect, StillBuildIsOneFrameAndScrollingBuildPausesTwice) {
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 108u), 2);
   EXPECT_EQ(std::count(delays.begin(), delays.end(), 8u), 14);
   EXPECT_EQ(delays.back(), 108u);
+}
+
+// A build lays the text once and cuts each frame's masks from it: at three
+// levels (shadow, fill, outline cover) and with the text cut off on every
+// side, the frames equal those that lay the text anew.
+TEST_F(SimpleEffect, TextLaidOnceGivesTheFramesOfTextLaidEachTime) {
+  SnapshotSetNumber(&snapshot_, 103, 200);
+  SnapshotSetNumber(&snapshot_, 109, 90);
+  LaidTextLevels laidLevels{};
+  const std::pair<int, int> scrolls[] = {{0, 0}, {-60, 0}, {300, 0}, {0, -25}, {0, 40}};
+  for (auto [scrollX, scrollY] : scrolls) {
+    SimpleExtra anew{scrollX, scrollY, nullptr};
+    SimpleExtra laid{scrollX, scrollY, &laidLevels};
+    context_.extra = &anew;
+    DibOwner expected(SimpleGenerate(&context_));
+    context_.extra = &laid;
+    DibOwner actual(SimpleGenerate(&context_));
+    ASSERT_NE(expected, nullptr);
+    EXPECT_EQ(DibSamePicture(actual.get(), expected.get()), 1) << scrollX << "," << scrollY;
+  }
+  EXPECT_EQ(laidLevels.count, 3);
 }
 
 TEST_F(SimpleEffect, EmptyTextGivesNoPreviewAndFailsTheBuild) {

@@ -48,16 +48,21 @@ TEST_F(TextMask, GlyphsMergeByMaximumNeverByAddition) {
     // Two copies laid on the same place give exactly one copy.
     Pixels stacked = MaskOf("AA", 0, level, {0, 0}, 60);
     EXPECT_EQ(stacked.values, single.values) << "level " << level;
-    // Overlapping boxes: each pixel is the larger of the two glyphs there.
-    Pixels pair = MaskOf("AV", 0, level, {8, 0}, 60);
+    // Overlapping boxes: each pixel is the larger of the two glyphs there,
+    // wherever the pair lies, cut off on any side.
     Pixels a = CharPicture('A', level);
     Pixels v = CharPicture('V', level);
-    for (int y = 0; y < 50; ++y)
-      for (int x = 0; x < 60; ++x) {
-        int fromA = x < a.width && y < a.height ? a.At(x, y) & 0xFF : 0;
-        int fromV = x >= 8 && x - 8 < v.width && y < v.height ? v.At(x - 8, y) & 0xFF : 0;
-        ASSERT_EQ(pair.At(x, y), std::max(fromA, fromV)) << x << "," << y;
-      }
+    const std::int32_t advances[] = {8, 0};
+    for (auto [left, top] : {std::pair(0, 0), std::pair(-5, -7), std::pair(20, 9)}) {
+      Pixels pair = TakePixels(::TextMask(style_, left, top, "AV", 40, 30, level, advances));
+      for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 40; ++x) {
+          int ax = x - left, vx = ax - 8, cy = y - top;
+          int fromA = cy >= 0 && cy < a.height && ax >= 0 && ax < a.width ? a.At(ax, cy) & 0xFF : 0;
+          int fromV = cy >= 0 && cy < v.height && vx >= 0 && vx < v.width ? v.At(vx, cy) & 0xFF : 0;
+          ASSERT_EQ(pair.At(x, y), std::max(fromA, fromV)) << x << "," << y << " at " << left << "," << top;
+        }
+    }
   }
 }
 
