@@ -7,6 +7,7 @@
 #include <new>
 
 #include "plugin/settings.h"
+#include "raster/byte_blocks.h"
 
 namespace {
 
@@ -61,39 +62,69 @@ int CoverageAt(const DibHead* head, int step, const std::uint8_t* row, int x, in
   return step != 0 ? row[x * step] : DibGetPixel(head, x, y) & 0xFF;
 }
 
+// The coverage of source row y into line[0..width).
+void CoverageLine(const DibHead* source, int y, std::uint8_t* line) {
+  const int step = CoverageStep(source);
+  const std::uint8_t* row = step != 0 ? CoverageRow(source, y) : nullptr;
+  if (step == 1) {
+    std::memcpy(line, row, static_cast<std::size_t>(source->biWidth));
+    return;
+  }
+  for (int x = 0; x < source->biWidth; ++x) line[x] = static_cast<std::uint8_t>(CoverageAt(source, step, row, x, y));
+}
+
 // Each source pixel raises the 3 by 3 square around its place, moved by
-// shift, to at least its own value; what falls outside is dropped.
-void DilateInto(DibHead* target, const DibHead* source, int shift) {
-  int step = CoverageStep(source);
-  int width = target->biWidth;
-  int height = target->biHeight;
+// shift (0 or 1), to at least its own value; what falls outside is dropped.
+// A row is first spread over three columns, then raises three target rows.
+// 0 when there is no memory for the two lines.
+int DilateInto(DibHead* target, const DibHead* source, int shift) {
+  const int width = target->biWidth;
+  const int height = target->biHeight;
+  // Source column x sits at line[x + 2], with zeros around it for columns
+  // that do not exist.
+  const std::size_t lineBytes = static_cast<std::size_t>(std::max(width, source->biWidth)) + 4;
+  std::unique_ptr<std::uint8_t[]> line(new (std::nothrow) std::uint8_t[lineBytes]());
+  std::unique_ptr<std::uint8_t[]> spread(new (std::nothrow) std::uint8_t[width > 0 ? width : 1]);
+  if (line == nullptr || spread == nullptr) return 0;
   for (int y = 0; y < source->biHeight; ++y) {
-    const std::uint8_t* row = step != 0 ? CoverageRow(source, y) : nullptr;
-    for (int x = 0; x < source->biWidth; ++x) {
-      int value = CoverageAt(source, step, row, x, y);
-      if (value == 0) continue;
-      for (int ty = std::max(0, y + shift - 1); ty <= std::min(height - 1, y + shift + 1); ++ty) {
-        std::uint8_t* to = DibRow(target, ty);
-        for (int tx = std::max(0, x + shift - 1); tx <= std::min(width - 1, x + shift + 1); ++tx)
-          if (to[tx] < value) to[tx] = static_cast<std::uint8_t>(value);
-      }
+    CoverageLine(source, y, line.get() + 2);
+    if (std::all_of(line.get() + 2, line.get() + 2 + source->biWidth, [](std::uint8_t v) { return v == 0; })) continue;
+    // Target column tx takes source columns tx - shift - 1 to tx - shift + 1.
+    const std::uint8_t* around = line.get() + 1 - shift;
+    StoreBytes(spread.get(), width, [around](int tx) { return std::max(std::max(around[tx], around[tx + 1]), around[tx + 2]); });
+    const std::uint8_t* raise = spread.get();
+    for (int ty = std::max(0, y + shift - 1); ty <= std::min(height - 1, y + shift + 1); ++ty) {
+      std::uint8_t* to = DibRow(target, ty);
+      StoreBytes(to, width, [to, raise](int tx) { return std::max(to[tx], raise[tx]); });
     }
   }
+  return 1;
 }
 
 // Where the source has coverage m, the target takes 255 - m: full cover
 // clears the ring, a soft edge keeps its complement.
 void PunchCoverage(DibHead* target, const DibHead* source, int shift) {
   int step = CoverageStep(source);
+  const int first = std::max(0, -shift);
+  const int stop = std::min(source->biWidth, target->biWidth - shift);
   for (int y = 0; y < source->biHeight; ++y) {
     int ty = y + shift;
     if (ty < 0 || ty >= target->biHeight) continue;
     const std::uint8_t* row = step != 0 ? CoverageRow(source, y) : nullptr;
-    std::uint8_t* to = DibRow(target, ty);
-    for (int x = 0; x < source->biWidth; ++x) {
+    std::uint8_t* to = DibRow(target, ty) + shift;
+    if (step == 1) {
+      std::uint8_t* from = to + first;
+      const std::uint8_t* cover = row + first;
+      StoreBytes(from, stop - first, [from, cover](int x) {
+        std::uint8_t kept = from[x];
+        std::uint8_t value = cover[x];
+        return static_cast<std::uint8_t>(value != 0 ? 255 - value : kept);
+      });
+      continue;
+    }
+    for (int x = first; x < stop; ++x) {
       int value = CoverageAt(source, step, row, x, y);
-      int tx = x + shift;
-      if (value != 0 && tx >= 0 && tx < target->biWidth) to[tx] = static_cast<std::uint8_t>(255 - value);
+      if (value != 0) to[x] = static_cast<std::uint8_t>(255 - value);
     }
   }
 }
@@ -216,8 +247,7 @@ DibHandle MaskDilate(DibHandle mask) {
   DibOwner dilated(MaskNew(source.head->biWidth, source.head->biHeight));
   DibLock target(dilated.get());
   if (target.head == nullptr) return nullptr;
-  DilateInto(target.head, source.head, 0);
-  return dilated.release();
+  return DilateInto(target.head, source.head, 0) != 0 ? dilated.release() : nullptr;
 }
 
 DibHandle TextOutlineMask(const TextStyle& style, int x, int y, const char* text, int width, int height,
@@ -246,7 +276,7 @@ DibHandle CharOutlineMask(const TextStyle& style, unsigned char character, int l
   DibOwner ring(MaskNew(grown.head->biWidth + 2, grown.head->biHeight + 2));
   DibLock target(ring.get());
   if (target.head == nullptr) return nullptr;
-  DilateInto(target.head, grown.head, 1);
+  if (DilateInto(target.head, grown.head, 1) == 0) return nullptr;
   PunchCoverage(target.head, cover.head, 1);
   return ring.release();
 }
