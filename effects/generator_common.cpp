@@ -1,5 +1,9 @@
 #include "effects/generator_common.h"
 
+#include <cstring>
+
+#include "raster/byte_blocks.h"
+
 namespace {
 
 constexpr int kIdDelay = 11;
@@ -40,6 +44,18 @@ MaskWalk WalkWholeMask(const DibHead* mask, int firstX, int firstY, int moveX, i
   return {firstX, firstY, moveX, moveY, scale, mask->biWidth, mask->biHeight};
 }
 
+// Stores n colours from column x on, as colourAt gives them, in the byte
+// order of a 24-bit row: blue, green, red.
+template <typename ColourAt>
+void StoreColourBytes(const ColourAt& colourAt, int x, int n, std::uint8_t* bytes) {
+  for (int k = 0; k < n; ++k) {
+    std::uint32_t colour = colourAt(x + k);
+    bytes[3 * k] = static_cast<std::uint8_t>(colour >> 16);
+    bytes[3 * k + 1] = static_cast<std::uint8_t>(colour >> 8);
+    bytes[3 * k + 2] = static_cast<std::uint8_t>(colour);
+  }
+}
+
 // The colours of one mask row: a fill read at (x - shiftX, y - shiftY),
 // straight from its stored row when it is 24-bit and the place lies inside
 // it, otherwise through DibGetPixel (a place outside reads as -1).
@@ -61,43 +77,75 @@ struct FillRowColours {
     }
     return static_cast<std::uint32_t>(DibGetPixel(fill, fillX, fillY));
   }
+  void Bytes(int x, int n, std::uint8_t* bytes) const {
+    int fillX = x - shiftX;
+    if (row != nullptr && fillX >= 0 && fillX + n <= fill->biWidth)
+      std::memcpy(bytes, row + fillX * 3, static_cast<std::size_t>(3 * n));
+    else
+      StoreColourBytes(*this, x, n, bytes);
+  }
 };
 
 // One colour for every mask place.
 struct SolidRowColours {
   std::uint32_t colour;
   std::uint32_t operator()(int) const { return colour; }
+  void Bytes(int x, int n, std::uint8_t* bytes) const { StoreColourBytes(*this, x, n, bytes); }
 };
+
+// Blends n colours into the 24-bit pixels through mask values from column x
+// on, each value scaled first. Byte by byte this is BlendPixel, a level of 0
+// included: it gives the pixel back.
+template <typename Colours>
+void BlendRun(std::uint8_t* pixels, const std::uint8_t* values, int x, int n, int scale, const Colours& colours) {
+  constexpr int kChunk = 128;  // pixels a time, so that the working rows stay on the stack
+  for (int done = 0; done < n; done += kChunk) {
+    const int count = n - done < kChunk ? n - done : kChunk;
+    std::uint8_t levels[3 * kChunk];
+    std::uint8_t colourBytes[3 * kChunk];
+    for (int k = 0; k < count; ++k) {
+      auto level = static_cast<std::uint8_t>(values[done + k] * scale / kFullLevel);
+      levels[3 * k] = levels[3 * k + 1] = levels[3 * k + 2] = level;
+    }
+    colours.Bytes(x + done, count, colourBytes);
+    std::uint8_t* run = pixels + 3 * done;
+    StoreBytes(run, 3 * count, [run, &levels, &colourBytes](int i) {
+      const unsigned level = levels[i];
+      return static_cast<std::uint8_t>(colourBytes[i] * level / 255 + run[i] * (255 - level) / 255);
+    });
+  }
+}
 
 // Walks the mask's rows and columns as walk says, with the colours that
 // rowColours(y) gives for mask row y, called with each column x. A pixel that
 // falls outside the frame is left out. The usual case, an 8-bit mask over a
-// 24-bit frame from inside the mask, walks the stored rows directly.
+// 24-bit frame from inside the mask, blends each row's inked run of stored
+// bytes at once.
 template <typename RowColours>
 void CompositeThroughMask(DibHead* frame, const DibHead* mask, const MaskWalk& walk, RowColours rowColours) {
   bool direct = mask->biBitCount == 8 && frame->biBitCount == 24 && walk.firstX >= 0 && walk.firstY >= 0;
+  // The columns of the mask that land inside the frame.
+  const int firstX = direct && -walk.moveX > walk.firstX ? -walk.moveX : walk.firstX;
+  const int stopX = direct && frame->biWidth - walk.moveX < walk.stopX ? frame->biWidth - walk.moveX : walk.stopX;
   for (int y = walk.firstY; y < walk.stopY; ++y) {
     int frameY = y + walk.moveY;
-    if (direct && (frameY < 0 || frameY >= frame->biHeight)) continue;
+    if (direct) {
+      if (frameY < 0 || frameY >= frame->biHeight || firstX >= stopX) continue;
+      const std::uint8_t* values = DibRow(mask, y) + firstX;
+      int first = 0;
+      int stop = 0;
+      DibRowInk(values, stopX - firstX, &first, &stop);
+      std::uint8_t* pixels = DibRow(frame, frameY) + 3 * (firstX + first + walk.moveX);
+      BlendRun(pixels, values + first, firstX + first, stop - first, walk.scale, rowColours(y));
+      continue;
+    }
     const auto colourAt = rowColours(y);
-    const std::uint8_t* levels = direct ? DibRow(mask, y) : nullptr;
-    std::uint8_t* row = direct ? DibRow(frame, frameY) : nullptr;
     for (int x = walk.firstX; x < walk.stopX; ++x) {
-      int value = direct ? levels[x] : DibGetPixel(mask, x, y) & 0xFF;
-      int level = value * walk.scale / kFullLevel;
+      int level = (DibGetPixel(mask, x, y) & 0xFF) * walk.scale / kFullLevel;
       if (level == 0) continue;  // blending at level 0 gives the pixel back
       int frameX = x + walk.moveX;
-      if (!direct) {
-        std::int32_t pixel = DibGetPixel(frame, frameX, frameY);
-        if (pixel != -1) DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x), static_cast<std::uint32_t>(pixel), level));
-        continue;
-      }
-      if (frameX < 0 || frameX >= frame->biWidth) continue;
-      std::uint8_t* p = row + frameX * 3;  // blue, green, red
-      std::uint32_t blended = BlendPixel(colourAt(x), static_cast<std::uint32_t>(p[0] << 16 | p[1] << 8 | p[2]), level);
-      p[0] = static_cast<std::uint8_t>(blended >> 16);
-      p[1] = static_cast<std::uint8_t>(blended >> 8);
-      p[2] = static_cast<std::uint8_t>(blended);
+      std::int32_t pixel = DibGetPixel(frame, frameX, frameY);
+      if (pixel != -1) DibPutPixel(frame, frameX, frameY, BlendPixel(colourAt(x), static_cast<std::uint32_t>(pixel), level));
     }
   }
 }

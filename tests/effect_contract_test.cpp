@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
+#include <functional>
 #include <set>
 #include <string>
 
@@ -144,6 +146,49 @@ TEST(Composite, LetterMaskAtItsPlaceAndItsRingOnlyRightAndBelow) {
   EXPECT_EQ(At(frame.head, 1, 1), 0x808080u);
   EXPECT_EQ(At(frame.head, 2, 2), 0x808080u);
   EXPECT_EQ(At(frame.head, 3, 1), 0u);
+}
+
+// Frames wider than the blending runs, with random pixels, fills and masks,
+// against BlendPixel pixel by pixel: fills moved off every side, a fill
+// narrower and shorter than the mask, a faded and a shifted outline.
+TEST(Composite, RowsBlendAsBlendPixelDoesPixelByPixel) {
+  const int width = 300, height = 7;
+  TestBitmap frame(width, height, 24), fill(width, height, 24), narrow(width - 40, height - 2, 24), mask(width, height, 8);
+  std::uint32_t seed = 12345;
+  auto next = [&seed] { return seed = seed * 1103515245u + 12345u, seed >> 8; };
+  for (DibHead* head : {frame.head, fill.head, narrow.head})
+    for (int y = 0; y < head->biHeight; ++y)
+      for (int x = 0; x < head->biWidth; ++x) DibPutPixel(head, x, y, next() & 0xFFFFFF);
+  for (int y = 0; y < height; ++y)
+    for (int x = 0; x < width; ++x) DibPutPixel(mask.head, x, y, (x / 50) % 2 == 0 ? next() & 0xFF : 0);
+
+  struct Case {
+    const char* name;
+    std::function<void(DibHead*)> composite;
+    std::function<std::uint32_t(int x, int y, std::uint32_t pixel)> expected;  // for mask place (x, y)
+  };
+  auto level = [&](int x, int y) { return static_cast<int>(At(mask.head, x, y)); };
+  auto fillAt = [&](const DibHead* from, int x, int y) { return static_cast<std::uint32_t>(DibGetPixel(from, x, y)); };
+  const Case cases[] = {
+      {"moved fill", [&](DibHead* f) { CompositeFillFrom(f, fill.head, mask.head, 130, -2); },
+       [&](int x, int y, std::uint32_t p) { return BlendPixel(fillAt(fill.head, x - 130, y + 2), p, level(x, y)); }},
+      {"fill moved left", [&](DibHead* f) { CompositeFillFrom(f, fill.head, mask.head, -70, 1); },
+       [&](int x, int y, std::uint32_t p) { return BlendPixel(fillAt(fill.head, x + 70, y - 1), p, level(x, y)); }},
+      {"narrow fill", [&](DibHead* f) { CompositeFillWithin(f, narrow.head, mask.head); },
+       [&](int x, int y, std::uint32_t p) {
+         return x < width - 40 && y < height - 2 ? BlendPixel(fillAt(narrow.head, x, y), p, level(x, y)) : p;
+       }},
+      {"faded outline", [&](DibHead* f) { CompositeOutlineFaded(f, 0x3366CC, mask.head, 100); },
+       [&](int x, int y, std::uint32_t p) { return BlendPixel(0x3366CC, p, level(x, y) * 100 / 255); }},
+  };
+  for (const Case& c : cases) {
+    TestBitmap result(width, height, 24);
+    std::memcpy(DibRows(result.head), DibRows(frame.head), frame.head->biSizeImage);
+    c.composite(result.head);
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x)
+        ASSERT_EQ(At(result.head, x, y), c.expected(x, y, At(frame.head, x, y))) << c.name << " " << x << "," << y;
+  }
 }
 
 class EffectControls : public ::testing::Test {
