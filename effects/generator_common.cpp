@@ -45,14 +45,15 @@ MaskWalk WalkWholeMask(const DibHead* mask, int firstX, int firstY, int moveX, i
 }
 
 // Stores n colours from column x on, as colourAt gives them, in the byte
-// order of a 24-bit row: blue, green, red.
+// order of a 24-bit row: blue, green, red. Each pixel is stored as four
+// bytes, the fourth overwritten by the next pixel: bytes has one spare byte.
 template <typename ColourAt>
 void StoreColourBytes(const ColourAt& colourAt, int x, int n, std::uint8_t* bytes) {
   for (int k = 0; k < n; ++k) {
     std::uint32_t colour = colourAt(x + k);
-    bytes[3 * k] = static_cast<std::uint8_t>(colour >> 16);
-    bytes[3 * k + 1] = static_cast<std::uint8_t>(colour >> 8);
-    bytes[3 * k + 2] = static_cast<std::uint8_t>(colour);
+    const std::uint8_t pixel[4] = {static_cast<std::uint8_t>(colour >> 16), static_cast<std::uint8_t>(colour >> 8),
+                                   static_cast<std::uint8_t>(colour), 0};
+    std::memcpy(bytes + 3 * k, pixel, sizeof pixel);
   }
 }
 
@@ -101,12 +102,17 @@ void BlendRun(std::uint8_t* pixels, const std::uint8_t* values, int x, int n, in
   constexpr int kChunk = 128;  // pixels a time, so that the working rows stay on the stack
   for (int done = 0; done < n; done += kChunk) {
     const int count = n - done < kChunk ? n - done : kChunk;
-    std::uint8_t levels[3 * kChunk];
-    std::uint8_t colourBytes[3 * kChunk];
+    std::uint8_t scaled[kChunk];
+    const std::uint8_t* from = values + done;
+    StoreBytes(scaled, count, [from, scale](int k) { return static_cast<std::uint8_t>(from[k] * scale / kFullLevel); });
+    // Each level goes to its pixel's three bytes as four equal bytes, the
+    // fourth overwritten by the next pixel.
+    std::uint8_t levels[3 * kChunk + 1];
     for (int k = 0; k < count; ++k) {
-      auto level = static_cast<std::uint8_t>(values[done + k] * scale / kFullLevel);
-      levels[3 * k] = levels[3 * k + 1] = levels[3 * k + 2] = level;
+      const std::uint8_t level[4] = {scaled[k], scaled[k], scaled[k], scaled[k]};
+      std::memcpy(levels + 3 * k, level, sizeof level);
     }
+    std::uint8_t colourBytes[3 * kChunk + 1];
     colours.Bytes(x + done, count, colourBytes);
     std::uint8_t* run = pixels + 3 * done;
     StoreBytes(run, 3 * count, [run, &levels, &colourBytes](int i) {
