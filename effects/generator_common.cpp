@@ -57,6 +57,19 @@ void StoreColourBytes(const ColourAt& colourAt, int x, int n, std::uint8_t* byte
   }
 }
 
+// Stores n pixels of one colour in the byte order of a 24-bit row: the first
+// pixel, then ever longer copies of what is already stored.
+void StoreSamePixels(std::uint32_t colour, int n, std::uint8_t* bytes) {
+  if (n < 1) return;
+  bytes[0] = static_cast<std::uint8_t>(colour >> 16);
+  bytes[1] = static_cast<std::uint8_t>(colour >> 8);
+  bytes[2] = static_cast<std::uint8_t>(colour);
+  for (int done = 1; done < n; done *= 2) {
+    const int more = done < n - done ? done : n - done;
+    std::memcpy(bytes + 3 * done, bytes, static_cast<std::size_t>(3 * more));
+  }
+}
+
 // The colours of one mask row: a fill read at (x - shiftX, y - shiftY),
 // straight from its stored row when it is 24-bit and the place lies inside
 // it, otherwise through DibGetPixel (a place outside reads as -1).
@@ -91,7 +104,25 @@ struct FillRowColours {
 struct SolidRowColours {
   std::uint32_t colour;
   std::uint32_t operator()(int) const { return colour; }
-  void Bytes(int x, int n, std::uint8_t* bytes) const { StoreColourBytes(*this, x, n, bytes); }
+  void Bytes(int, int n, std::uint8_t* bytes) const { StoreSamePixels(colour, n, bytes); }
+};
+
+// The colours of one mask row of a fill of one colour, fillWidth by
+// fillHeight, read at (x - placeX, y - placeY): white past the fill.
+struct PlacedColourRowColours {
+  std::uint32_t colour;
+  int first;  // the columns inside the fill; none when the row is outside
+  int stop;
+  std::uint32_t operator()(int x) const { return x >= first && x < stop ? colour : 0xFFFFFFFFu; }
+  void Bytes(int x, int n, std::uint8_t* bytes) const {
+    // White, then the colour inside the fill, then white again.
+    const int end = x + n;
+    const int inFirst = first < x ? x : first > end ? end : first;
+    const int inStop = stop > end ? end : stop < inFirst ? inFirst : stop;
+    StoreSamePixels(0xFFFFFFFFu, inFirst - x, bytes);
+    StoreSamePixels(colour, inStop - inFirst, bytes + 3 * (inFirst - x));
+    StoreSamePixels(0xFFFFFFFFu, end - inStop, bytes + 3 * (inStop - x));
+  }
 };
 
 // Blends n colours into the 24-bit pixels through mask values from column x
@@ -252,6 +283,14 @@ void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask,
 void CompositeFillScaled(DibHead* frame, const DibHead* fill, const DibHead* mask, const FillWalk& walk) {
   CompositeThroughMask(frame, mask, WalkWholeMask(mask, walk.firstX, walk.firstY, 0, 0, walk.level),
                        FillRows(fill, walk.fillX, walk.fillY));
+}
+
+void CompositeColourFrom(DibHead* frame, std::uint32_t colour, int fillWidth, int fillHeight, const DibHead* mask,
+                         int placeX, int placeY) {
+  CompositeThroughMask(frame, mask, WalkWholeMask(mask, 0, 0, 0, 0, kFullLevel), [=](int y) {
+    bool inside = y >= placeY && y - placeY < fillHeight;
+    return PlacedColourRowColours{colour, inside ? placeX : 0, inside ? placeX + fillWidth : 0};
+  });
 }
 
 void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask) {

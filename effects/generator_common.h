@@ -100,6 +100,10 @@ void CompositeFill(DibHead* frame, const DibHead* fill, const DibHead* mask);
 // As CompositeFill, but the fill is read relative to (placeX, placeY), so it
 // moves with what the mask holds.
 void CompositeFillFrom(DibHead* frame, const DibHead* fill, const DibHead* mask, int placeX, int placeY);
+// As CompositeFillFrom with a fill of one colour, fillWidth by fillHeight:
+// a place past it reads as white, as a read past a bitmap does.
+void CompositeColourFrom(DibHead* frame, std::uint32_t colour, int fillWidth, int fillHeight, const DibHead* mask,
+                         int placeX, int placeY);
 // As CompositeFill, but only where (x, y) lies inside the fill as well: a
 // fill smaller than the mask leaves the rest unpainted.
 void CompositeFillWithin(DibHead* frame, const DibHead* fill, const DibHead* mask);

@@ -34,10 +34,7 @@ DibHandle SimpleGenerate(EffectContext* context) {
     return nullptr;
   int textX = baseX + frame.place.textX;
   int textY = baseY + frame.place.textY;
-  DibOwner fill(RenderFillOf(dialog, kFillId, frame.size.width, frame.size.height));
-  DibLock fillLock(fill.get());
-  if (fillLock.head == nullptr || TextFrameCompositeText(frame, pictureLock.head, fillLock.head, textX, textY) == 0)
-    return nullptr;
+  if (TextFrameCompositeFillOf(dialog, frame, pictureLock.head, kFillId, textX, textY) == 0) return nullptr;
   if (frame.look.outlineOn != 0 && TextFrameCompositeOutlineLeft(frame, pictureLock.head, textX, textY) == 0)
     return nullptr;
   return picture.release();

@@ -67,6 +67,17 @@ int FillIsSolid(const Controls* dialog, int id) { return EffectBackgroundColourO
 
 namespace {
 
+// The colour every pixel of control id's fill holds once rendered, or -1
+// for a fill that is not solid: such a fill need not be rendered to be laid.
+std::int32_t SolidColourOf(const Controls* dialog, int id) {
+  std::int32_t colour = EffectBackgroundColourOf(dialog, id);
+  return colour != -1 ? colour & 0xFFFFFF : -1;
+}
+
+}  // namespace
+
+namespace {
+
 // The text laid at level in the frame's laid levels, laid there on first
 // use; null when there are none, no room is left or the laying fails.
 const LaidText* LaidAtLevel(const TextFrame& frame, int level) {
@@ -96,16 +107,22 @@ int SoftenShadowMask(DibOwner* mask, int softness) {
 
 int TextFrameCompositeShadow(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
                              int y, ShadowFillPlace place) {
-  DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
   DibOwner mask(TextFrameMask(frame, x, y, frame.look.shadowLevel));
-  if (fill == nullptr || SoftenShadowMask(&mask, frame.look.softness) == 0) return 0;
-  DibLock fillLock(fill.get());
+  if (SoftenShadowMask(&mask, frame.look.softness) == 0) return 0;
   DibLock maskLock(mask.get());
-  if (fillLock.head == nullptr || maskLock.head == nullptr) return 0;
-  if (place == kShadowFillMoves)
-    CompositeFillFrom(picture, fillLock.head, maskLock.head, x, y);
-  else
-    CompositeFill(picture, fillLock.head, maskLock.head);
+  if (maskLock.head == nullptr) return 0;
+  const int fillX = place == kShadowFillMoves ? x : 0;
+  const int fillY = place == kShadowFillMoves ? y : 0;
+  const std::int32_t solid = SolidColourOf(dialog, fillId);
+  if (solid != -1) {
+    CompositeColourFrom(picture, static_cast<std::uint32_t>(solid), frame.size.width, frame.size.height, maskLock.head,
+                        fillX, fillY);
+    return 1;
+  }
+  DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
+  DibLock fillLock(fill.get());
+  if (fillLock.head == nullptr) return 0;
+  CompositeFillFrom(picture, fillLock.head, maskLock.head, fillX, fillY);
   return 1;
 }
 
@@ -123,6 +140,15 @@ int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHe
   if (maskLock.head == nullptr) return 0;
   CompositeFillWithin(picture, fill, maskLock.head);
   return 1;
+}
+
+int TextFrameCompositeFillOf(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x,
+                             int y) {
+  const std::int32_t solid = SolidColourOf(dialog, fillId);
+  if (solid != -1) return TextFrameCompositeColour(frame, picture, static_cast<std::uint32_t>(solid), x, y);
+  DibOwner fill(RenderFillOf(dialog, fillId, frame.size.width, frame.size.height));
+  DibLock fillLock(fill.get());
+  return TextFrameCompositeText(frame, picture, fillLock.head, x, y);
 }
 
 int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y) {

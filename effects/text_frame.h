@@ -79,6 +79,9 @@ int TextFrameCompositeRestingShadow(const Controls* dialog, const TextFrame& fra
 // at the fill's level, only where the fill reaches: a fill smaller than the
 // frame leaves the letters beyond it unpainted. 0 on failure.
 int TextFrameCompositeText(const TextFrame& frame, DibHead* picture, const DibHead* fill, int x, int y);
+// The text step with the fill of control fillId at frame size, fixed to the
+// frame. 0 on failure.
+int TextFrameCompositeFillOf(const Controls* dialog, const TextFrame& frame, DibHead* picture, int fillId, int x, int y);
 // The text step in one colour through the text mask at (x, y) at the fill's
 // level. 0 on failure.
 int TextFrameCompositeColour(const TextFrame& frame, DibHead* picture, std::uint32_t colour, int x, int y);

@@ -150,7 +150,7 @@ TEST(Composite, LetterMaskAtItsPlaceAndItsRingOnlyRightAndBelow) {
 
 // Frames wider than the blending runs, with random pixels, fills and masks,
 // against BlendPixel pixel by pixel: fills moved off every side, a fill
-// narrower and shorter than the mask, a faded and a shifted outline.
+// narrower and shorter than the mask, a moved colour and a faded outline.
 TEST(Composite, RowsBlendAsBlendPixelDoesPixelByPixel) {
   const int width = 300, height = 7;
   TestBitmap frame(width, height, 24), fill(width, height, 24), narrow(width - 40, height - 2, 24), mask(width, height, 8);
@@ -177,6 +177,11 @@ TEST(Composite, RowsBlendAsBlendPixelDoesPixelByPixel) {
       {"narrow fill", [&](DibHead* f) { CompositeFillWithin(f, narrow.head, mask.head); },
        [&](int x, int y, std::uint32_t p) {
          return x < width - 40 && y < height - 2 ? BlendPixel(fillAt(narrow.head, x, y), p, level(x, y)) : p;
+       }},
+      {"colour moved", [&](DibHead* f) { CompositeColourFrom(f, 0x123456, 100, 5, mask.head, 130, -2); },
+       [&](int x, int y, std::uint32_t p) {
+         bool inside = x >= 130 && x < 230 && y + 2 < 5;
+         return BlendPixel(inside ? 0x123456u : 0xFFFFFFFFu, p, level(x, y));
        }},
       {"faded outline", [&](DibHead* f) { CompositeOutlineFaded(f, 0x3366CC, mask.head, 100); },
        [&](int x, int y, std::uint32_t p) { return BlendPixel(0x3366CC, p, level(x, y) * 100 / 255); }},
