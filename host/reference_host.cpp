@@ -154,6 +154,7 @@ std::int64_t CloseTask(bool complete) {
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
+    ReportStatus("Writing " + gHost.outputPath);  // optimising a long animation takes a while
     errno = 0;
     result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath);
     if (result != 0) gHost.filesWritten += 1;
