@@ -287,6 +287,10 @@ int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& pat
   std::error_code status;
   bool direct = std::filesystem::exists(target, status) && !std::filesystem::is_regular_file(target, status);
   std::string written = direct ? target : target + ".tmp";
+  // Made before the file exists, so that nothing after it allocates: the
+  // temporary file is then always either moved into place or removed.
+  const std::filesystem::path from = written;
+  const std::filesystem::path to = target;
   std::FILE* file = std::fopen(written.c_str(), "wb");
   if (file == nullptr) return 0;
   bool complete = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
@@ -297,10 +301,9 @@ int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& pat
   }
   if (direct) return complete ? 1 : ((errno = saved), 0);
   std::error_code renamed;
-  if (complete) std::filesystem::rename(written, target, renamed);
+  if (complete) std::filesystem::rename(from, to, renamed);
   if (complete && !renamed) return 1;
-  std::error_code ignored;
-  std::filesystem::remove(written, ignored);
+  std::remove(written.c_str());
   errno = complete ? renamed.value() : saved;
   return 0;
 }

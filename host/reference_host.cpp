@@ -96,7 +96,8 @@ void ReadIndices(const DibHead* head, const GifAnimation& animation, GifFrame* f
 }
 
 std::int64_t OpenTask(const TaskRecord* task, bool testRun) {
-  if (gHost.taskOpen || task == nullptr) return 0;
+  // Once memory has run out the run is failing, whatever call it hit.
+  if (gHost.taskOpen || task == nullptr || gHost.outOfMemory) return 0;
   if (gHost.outputPath.empty()) {
     ReportStatus("No output file was given; the task is refused.");
     return 0;
