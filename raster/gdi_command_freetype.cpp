@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "raster/code_page.h"
+#include "raster/font_config_freetype.h"
 #include "raster/gdi_backend.h"
 
 namespace {
@@ -49,7 +50,6 @@ constexpr int kGlyphCacheSize = 512;
 struct Engine {
   int users = 0;
   FT_Library library = nullptr;
-  FcConfig* config = nullptr;
   std::vector<CachedFace> faces;
   CachedGlyph glyphs[kGlyphCacheSize];
   int glyphCount = 0;
@@ -63,8 +63,7 @@ bool Failed(FT_Error error) {
   return error != 0;
 }
 
-// Null, noting that memory ran out: fontconfig's pattern calls and our own
-// allocations fail for no other reason.
+// Null, noting that memory ran out.
 std::nullptr_t OutOfMemory() {
   g_engine.outOfMemory = true;
   return nullptr;
@@ -115,21 +114,10 @@ bool GlyphDraw(FT_Face face, CachedGlyph* cached, FT_Render_Mode mode) {
 }
 
 FT_Face OpenMatchingFace(const char* name, bool bold, bool italic) {
-  // Out of memory, fontconfig reports failure here rather than later.
-  FcPattern* pattern = FcPatternCreate();
-  if (pattern == nullptr) return OutOfMemory();
-  if (!FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name)) ||
-      !FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR) ||
-      !FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN) ||
-      !FcPatternAddBool(pattern, FC_SCALABLE, FcTrue) || !FcConfigSubstitute(g_engine.config, pattern, FcMatchPattern)) {
-    FcPatternDestroy(pattern);
-    return OutOfMemory();
-  }
-  FcDefaultSubstitute(pattern);
-  FcResult result = FcResultNoMatch;
-  FcPattern* match = FcFontMatch(g_engine.config, pattern, &result);
-  FcPatternDestroy(pattern);
-  if (match == nullptr) return nullptr;
+  FcPattern* match = nullptr;
+  FontMatchResult result = FontConfigMatch(name, bold, italic, &match);
+  if (result == FontMatchResult::kOutOfMemory) return OutOfMemory();
+  if (result == FontMatchResult::kNoFont) return nullptr;
 
   FT_Face face = nullptr;
   FcChar8* file = nullptr;
@@ -247,8 +235,7 @@ struct GdiTextSession {
 int GdiBackendStart(std::uint64_t* token) {
   if (g_engine.users == 0) {
     if (FT_Init_FreeType(&g_engine.library) != 0) return 0;
-    g_engine.config = FcInitLoadConfigAndFonts();
-    if (g_engine.config == nullptr) {
+    if (FontConfig() == nullptr) {
       FT_Done_FreeType(g_engine.library);
       return 0;
     }
@@ -269,9 +256,7 @@ void GdiBackendStop(std::uint64_t token) {
   GlyphCacheClear();
   for (const CachedFace& cached : g_engine.faces) FT_Done_Face(cached.face);
   g_engine.faces.clear();
-  FcConfigDestroy(g_engine.config);
   FT_Done_FreeType(g_engine.library);
-  g_engine.config = nullptr;
   g_engine.library = nullptr;
 }
 
