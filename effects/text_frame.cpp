@@ -28,6 +28,27 @@ void ReadLook(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame)
   frame->pad = FrameMargin(frame->shared.padding, frame->look.softness, frame->look.outlineOn);
 }
 
+// The colour every pixel of control id's fill holds once rendered, or -1
+// for a fill that is not solid: a solid fill need not be rendered to be laid.
+std::int32_t SolidColourOf(const Controls* dialog, int id) {
+  std::int32_t colour = EffectBackgroundColourOf(dialog, id);
+  return colour != -1 ? colour & 0xFFFFFF : -1;
+}
+
+// The text laid at level in the frame's laid levels, laid there on first
+// use; null when there are none, no room is left or the laying fails.
+const LaidText* LaidAtLevel(const TextFrame& frame, int level) {
+  LaidTextLevels* levels = frame.laidLevels;
+  if (levels == nullptr) return nullptr;
+  for (int i = 0; i < levels->count; ++i)
+    if (levels->levels[i] == level) return &levels->laid[i];
+  if (levels->count == LaidTextLevels::kMost) return nullptr;
+  LaidText* laid = &levels->laid[levels->count];
+  if (TextLay(frame.style, frame.text, level, frame.advances, laid) == 0) return nullptr;
+  levels->levels[levels->count++] = level;
+  return laid;
+}
+
 }  // namespace
 
 int TextFrameMeasure(const Controls* dialog, const PanelLookIds& ids, TextFrame* frame) {
@@ -63,39 +84,11 @@ DibHandle GradientStripOf(const Controls* dialog, int id, int width, int height)
   return strip;
 }
 
-int FillIsSolid(const Controls* dialog, int id) { return EffectBackgroundColourOf(dialog, id) != -1 ? 1 : 0; }
-
-namespace {
-
-// The colour every pixel of control id's fill holds once rendered, or -1
-// for a fill that is not solid: such a fill need not be rendered to be laid.
-std::int32_t SolidColourOf(const Controls* dialog, int id) {
-  std::int32_t colour = EffectBackgroundColourOf(dialog, id);
-  return colour != -1 ? colour & 0xFFFFFF : -1;
-}
-
-}  // namespace
-
-namespace {
-
-// The text laid at level in the frame's laid levels, laid there on first
-// use; null when there are none, no room is left or the laying fails.
-const LaidText* LaidAtLevel(const TextFrame& frame, int level) {
-  LaidTextLevels* levels = frame.laidLevels;
-  if (levels == nullptr) return nullptr;
-  for (int i = 0; i < levels->count; ++i)
-    if (levels->levels[i] == level) return &levels->laid[i];
-  if (levels->count == LaidTextLevels::kMost) return nullptr;
-  LaidText* laid = &levels->laid[levels->count];
-  if (TextLay(frame.style, frame.text, level, frame.advances, laid) == 0) return nullptr;
-  levels->levels[levels->count++] = level;
-  return laid;
-}
-
-}  // namespace
+int FillIsSolid(const Controls* dialog, int id) { return SolidColourOf(dialog, id) != -1 ? 1 : 0; }
 
 DibHandle TextFrameMask(const TextFrame& frame, int x, int y, int level) {
-  if (const LaidText* laid = LaidAtLevel(frame, level)) return LaidTextPart(*laid, x, y, frame.size.width, frame.size.height);
+  if (const LaidText* laid = LaidAtLevel(frame, level))
+    return LaidTextPart(*laid, x, y, frame.size.width, frame.size.height);
   return TextMask(frame.style, x, y, frame.text, frame.size.width, frame.size.height, level, frame.advances);
 }
 

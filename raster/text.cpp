@@ -62,7 +62,7 @@ int CoverageAt(const DibHead* head, int step, const std::uint8_t* row, int x, in
   return step != 0 ? row[x * step] : DibGetPixel(head, x, y) & 0xFF;
 }
 
-// The coverage of source row y into line[0..width).
+// The coverage of source row y, one byte a column, into line.
 void CoverageLine(const DibHead* source, int y, std::uint8_t* line) {
   const int step = CoverageStep(source);
   const std::uint8_t* row = step != 0 ? CoverageRow(source, y) : nullptr;
@@ -88,10 +88,12 @@ int DilateInto(DibHead* target, const DibHead* source, int shift) {
   if (line == nullptr || spread == nullptr) return 0;
   for (int y = 0; y < source->biHeight; ++y) {
     CoverageLine(source, y, line.get() + 2);
-    if (std::all_of(line.get() + 2, line.get() + 2 + source->biWidth, [](std::uint8_t v) { return v == 0; })) continue;
+    const std::uint8_t* columns = line.get() + 2;
+    if (std::all_of(columns, columns + source->biWidth, [](std::uint8_t v) { return v == 0; })) continue;
     // Target column tx takes source columns tx - shift - 1 to tx - shift + 1.
-    const std::uint8_t* around = line.get() + 1 - shift;
-    StoreBytes(spread.get(), width, [around](int tx) { return std::max(std::max(around[tx], around[tx + 1]), around[tx + 2]); });
+    const std::uint8_t* around = columns - 1 - shift;
+    StoreBytes(spread.get(), width,
+               [around](int tx) { return std::max(std::max(around[tx], around[tx + 1]), around[tx + 2]); });
     const std::uint8_t* raise = spread.get();
     for (int ty = std::max(0, y + shift - 1); ty <= std::min(height - 1, y + shift + 1); ++ty) {
       std::uint8_t* to = DibRow(target, ty);
