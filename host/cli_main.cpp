@@ -5,6 +5,7 @@
 #include <new>
 
 #include "host/cli.h"
+#include "host/cli_allocator.h"
 #include "host/cli_output.h"
 #include "host/interrupt_cleanup.h"
 
@@ -42,6 +43,7 @@ int PrintUsage() {
 
 int main(int argc, char** argv) {
   InterruptCleanupInstall();
+  CliKeepFreedMemory();
   if (argc < 2) return CliUsage("", "no command given");
   if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) return PrintUsage();
   if (std::strcmp(argv[1], "--version") == 0) {
