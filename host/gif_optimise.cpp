@@ -28,6 +28,11 @@ struct Box {
     right = std::max(right, x + 1);
     bottom = std::max(bottom, y + 1);
   }
+  // The pixels from left to right (exclusive) on row y.
+  void AddSpan(int y, int spanLeft, int spanRight) {
+    Add(spanLeft, y);
+    Add(spanRight - 1, y);
+  }
   void Add(const Box& other) {
     if (other.Empty()) return;
     if (Empty()) {
@@ -51,9 +56,6 @@ struct Geometry {
   std::size_t At(int x, int y) const { return static_cast<std::size_t>(y) * width + x; }
 };
 
-void Draw(Screen* screen, const Geometry& geometry, const GifFrame& frame, bool plainIndices = true);
-void Dispose(Screen* screen, const Geometry& geometry, const GifFrame& frame);
-
 // Fills the renumbering and the optimised palette and depth. Colours are
 // numbered by the last picture that changes pixels to them, latest first, so
 // that the small images at the end of an animation need few bits; then by
@@ -67,23 +69,49 @@ void RenumberColours(const GifAnimation& plain, Geometry* geometry, GifAnimation
   std::size_t changes[256] = {};
   std::size_t uses[256] = {};
   std::size_t lastChange[256] = {};
+  // How many pixels of the picture show each colour, kept as pixels change,
+  // so that counting what each picture shows costs nothing per pixel.
+  std::size_t shown[257] = {};  // the clear pixels first
+  shown[0] = static_cast<std::size_t>(geometry->width) * geometry->height;
   std::size_t number = 0;
   bool seeThrough = false;
-  Screen before(static_cast<std::size_t>(geometry->width) * geometry->height, kClear);
-  Screen picture = before;
+  Screen picture(shown[0], kClear);
+  // A change is counted against the picture before, not against what its
+  // disposal left, so the pixels a disposal cleared keep their old values here.
+  Screen beforeDisposal;
+  bool disposed = false;
   for (const GifFrame& frame : plain.frames) {
     seeThrough = seeThrough || frame.transparentIndex >= 0;
-    Draw(&picture, *geometry, frame);
-    for (std::size_t at = 0; at < picture.size(); ++at) {
-      if (picture[at] == kClear) continue;
-      ++uses[picture[at]];
-      if (picture[at] == before[at]) continue;
-      ++changes[picture[at]];
-      lastChange[picture[at]] = number;
+    for (int y = 0; y < frame.height; ++y) {
+      const std::uint8_t* row = frame.indices.data() + static_cast<std::size_t>(y) * frame.width;
+      std::size_t start = geometry->At(frame.left, frame.top + y);
+      std::int16_t* cell = picture.data() + start;
+      const std::int16_t* before = disposed ? beforeDisposal.data() + start : cell;
+      for (int x = 0; x < frame.width; ++x) {
+        if (row[x] == frame.transparentIndex) continue;
+        std::int16_t now = geometry->renumber[row[x]];
+        if (now != before[x]) {
+          ++changes[now];
+          lastChange[now] = number;
+        }
+        if (now == cell[x]) continue;
+        --shown[cell[x] + 1];
+        ++shown[now + 1];
+        cell[x] = now;
+      }
     }
+    for (int index = 0; index < 256; ++index) uses[index] += shown[index + 1];
     ++number;
-    before = picture;
-    Dispose(&picture, *geometry, frame);
+    disposed = frame.disposal == kGifDisposalBackground;
+    if (!disposed) continue;
+    beforeDisposal = picture;
+    for (int y = 0; y < frame.height; ++y)
+      for (std::int16_t* cell = picture.data() + geometry->At(frame.left, frame.top + y), *end = cell + frame.width;
+           cell < end; ++cell) {
+        --shown[*cell + 1];
+        ++shown[0];
+        *cell = kClear;
+      }
   }
   int order[256];
   for (int index = 0; index < 256; ++index) order[index] = index;
@@ -91,70 +119,83 @@ void RenumberColours(const GifAnimation& plain, Geometry* geometry, GifAnimation
     if (lastChange[a] != lastChange[b]) return lastChange[a] > lastChange[b];
     return changes[a] != changes[b] ? changes[a] > changes[b] : uses[a] > uses[b];
   });
-  int shown = 0;
+  int shownColours = 0;
   std::uint8_t numberOf[256] = {};
   std::memset(optimised->palette, 0, sizeof optimised->palette);
-  for (; shown < 256 && uses[order[shown]] > 0; ++shown) {
-    numberOf[order[shown]] = static_cast<std::uint8_t>(shown);
-    std::memcpy(optimised->palette + 3 * shown, plain.palette + 3 * order[shown], 3);
+  for (; shownColours < 256 && uses[order[shownColours]] > 0; ++shownColours) {
+    numberOf[order[shownColours]] = static_cast<std::uint8_t>(shownColours);
+    std::memcpy(optimised->palette + 3 * shownColours, plain.palette + 3 * order[shownColours], 3);
   }
   for (int index = 0; index < 256; ++index) geometry->renumber[index] = numberOf[geometry->renumber[index]];
   // One more entry, free for transparency, where the pictures need it.
-  int entries = std::min(256, shown + (seeThrough ? 1 : 0));
+  int entries = std::min(256, shownColours + (seeThrough ? 1 : 0));
   optimised->depth = 1;
   while ((1 << optimised->depth) < entries) ++optimised->depth;
 }
 
-// An image drawn on the screen: its opaque pixels replace what is there. A
-// plain image's indices are renumbered on the way.
-void Draw(Screen* screen, const Geometry& geometry, const GifFrame& frame, bool plainIndices) {
+// A plain image drawn on the screen, its indices renumbered: its opaque
+// pixels replace what is there. Returns how many clear pixels it covered.
+std::size_t Draw(Screen* screen, const Geometry& geometry, const GifFrame& frame) {
+  std::size_t covered = 0;
   for (int y = 0; y < frame.height; ++y) {
     const std::uint8_t* row = frame.indices.data() + static_cast<std::size_t>(y) * frame.width;
     std::int16_t* cell = screen->data() + geometry.At(frame.left, frame.top + y);
-    for (int x = 0; x < frame.width; ++x)
-      if (row[x] != frame.transparentIndex) cell[x] = plainIndices ? geometry.renumber[row[x]] : row[x];
+    for (int x = 0; x < frame.width; ++x) {
+      if (row[x] == frame.transparentIndex) continue;
+      covered += cell[x] == kClear ? 1 : 0;
+      cell[x] = geometry.renumber[row[x]];
+    }
   }
+  return covered;
 }
 
-// What the image's disposal leaves for the next one.
-void Dispose(Screen* screen, const Geometry& geometry, const GifFrame& frame) {
-  if (frame.disposal != kGifDisposalBackground) return;
-  for (int y = 0; y < frame.height; ++y)
-    std::fill_n(screen->begin() + static_cast<std::ptrdiff_t>(geometry.At(frame.left, frame.top + y)), frame.width, kClear);
+// What the image's disposal leaves for the next one. Returns how many
+// pixels it cleared that were not clear.
+std::size_t Dispose(Screen* screen, const Geometry& geometry, const GifFrame& frame) {
+  if (frame.disposal != kGifDisposalBackground) return 0;
+  std::size_t cleared = 0;
+  for (int y = 0; y < frame.height; ++y) {
+    std::int16_t* cell = screen->data() + geometry.At(frame.left, frame.top + y);
+    cleared += static_cast<std::size_t>(frame.width - std::count(cell, cell + frame.width, kClear));
+    std::fill_n(cell, frame.width, kClear);
+  }
+  return cleared;
 }
 
 // The plain animation replayed one image ahead: wanted is the picture after
-// the current image, next the picture after the one that follows. The loop
-// starts over, so the first picture follows the last.
+// the current image, next the picture after the one that follows, each with
+// its count of clear pixels. The loop starts over, so the first picture
+// follows the last.
 struct PlainReplay {
   const GifAnimation& plain;
   Geometry geometry;
-  Screen after;  // the screen once the current image is disposed of
   Screen wanted;
   Screen next;
   Screen first;
+  std::size_t wantedClear = 0, nextClear = 0, firstClear = 0;
   std::size_t current = 0;
 
   void Start() {
-    after.assign(static_cast<std::size_t>(geometry.width) * geometry.height, kClear);
-    wanted = after;
-    Draw(&wanted, geometry, plain.frames[0]);
+    wanted.assign(static_cast<std::size_t>(geometry.width) * geometry.height, kClear);
+    wantedClear = wanted.size() - Draw(&wanted, geometry, plain.frames[0]);
     first = wanted;
+    firstClear = wantedClear;
     LookAhead();
   }
   void LookAhead() {
     if (current + 1 >= plain.frames.size()) {
       next = first;
+      nextClear = firstClear;
       return;
     }
-    after = wanted;
-    Dispose(&after, geometry, plain.frames[current]);
-    next = after;
-    Draw(&next, geometry, plain.frames[current + 1]);
+    next = wanted;
+    nextClear = wantedClear + Dispose(&next, geometry, plain.frames[current]);
+    nextClear -= Draw(&next, geometry, plain.frames[current + 1]);
   }
   void Advance() {
     ++current;
     std::swap(wanted, next);
+    wantedClear = nextClear;
     LookAhead();
   }
 };
@@ -165,16 +206,30 @@ struct PlainReplay {
 // image can draw.
 bool FindChanges(const PlainReplay& replay, const Screen& screen, Box* changed, Box* toClear) {
   const Geometry& geometry = replay.geometry;
-  for (int y = 0; y < geometry.height; ++y)
+  bool anyClear = replay.wantedClear > 0 || replay.nextClear > 0;
+  const std::size_t rowBytes = static_cast<std::size_t>(geometry.width) * sizeof(std::int16_t);
+  for (int y = 0; y < geometry.height; ++y) {
+    const std::int16_t* want = replay.wanted.data() + geometry.At(0, y);
+    const std::int16_t* seen = screen.data() + geometry.At(0, y);
+    if (!anyClear) {
+      // Every pixel shows something: only the span of the row that differs matters.
+      if (std::memcmp(want, seen, rowBytes) == 0) continue;
+      int left = 0;
+      while (want[left] == seen[left]) ++left;
+      int right = geometry.width;
+      while (want[right - 1] == seen[right - 1]) --right;
+      changed->AddSpan(y, left, right);
+      continue;
+    }
+    const std::int16_t* next = replay.next.data() + geometry.At(0, y);
     for (int x = 0; x < geometry.width; ++x) {
-      std::size_t at = geometry.At(x, y);
-      std::int16_t want = replay.wanted[at];
-      if (want != screen[at]) {
-        if (want == kClear) return false;
+      if (want[x] != seen[x]) {
+        if (want[x] == kClear) return false;
         changed->Add(x, y);
       }
-      if (want != kClear && replay.next[at] == kClear) toClear->Add(x, y);
+      if (want[x] != kClear && next[x] == kClear) toClear->Add(x, y);
     }
+  }
   return true;
 }
 
@@ -183,87 +238,109 @@ bool FindChanges(const PlainReplay& replay, const Screen& screen, Box* changed, 
 // grow.
 enum class Unchanged { kDrawn, kTransparent, kTransparentOrDrawn };
 
-// Whether two screens agree within the box.
-bool SameInside(const Screen& a, const Screen& b, const Geometry& geometry, const Box& box) {
-  for (int y = box.top; y < box.bottom; ++y) {
-    std::size_t at = geometry.At(box.left, y);
-    if (!std::equal(a.begin() + at, a.begin() + at + (box.right - box.left), b.begin() + at)) return false;
-  }
-  return true;
-}
+// The pixels of the box as every image over it starts them: the index each
+// must show (unset where the picture shows nothing), and which of them the
+// screen already shows.
+struct BoxPixels {
+  Box box;
+  std::vector<std::uint8_t> see;
+  std::vector<std::uint8_t> shown;  // 0xFF where the screen shows the pixel already, or nothing is to be shown
+  std::vector<std::uint8_t> clear;  // 0xFF where nothing is to be shown
+  bool mustSeeThrough = false;      // some pixel shows nothing
+  int highestSeen = 0;              // the highest index of the picture in the box
+  int highestChanged = 0;           // the highest index a changed pixel needs
+  static constexpr int kUnused = 256;
+  bool used[kUnused + 1] = {};      // indices that changed pixels need
 
-// The image over box, coded: the wanted indices, with the transparent index
-// where the rule for unchanged pixels chooses it and wherever the picture
-// shows nothing. The size of its codes, or more than limit once they pass it.
-std::size_t CutImage(const PlainReplay& replay, const Screen& screen, const Box& box, std::int32_t transparent,
-                     Unchanged rule, std::size_t limit, GifFrame* image) {
-  const Geometry& geometry = replay.geometry;
+  void Read(const PlainReplay& replay, const Screen& screen) {
+    std::size_t count = static_cast<std::size_t>(box.right - box.left) * (box.bottom - box.top);
+    see.resize(count);
+    shown.resize(count);
+    clear.resize(count);
+    std::size_t at = 0;
+    for (int y = box.top; y < box.bottom; ++y) {
+      const std::int16_t* want = replay.wanted.data() + replay.geometry.At(box.left, y);
+      const std::int16_t* seen = screen.data() + replay.geometry.At(box.left, y);
+      for (int x = 0; x < box.right - box.left; ++x, ++at) {
+        see[at] = static_cast<std::uint8_t>(want[x]);
+        clear[at] = want[x] == kClear ? 0xFF : 0;
+        shown[at] = want[x] == seen[x] ? 0xFF : 0;
+        // A changed pixel is never clear: no image can clear the screen.
+        used[want[x] == seen[x] ? kUnused : see[at]] = true;
+        highestChanged = std::max(highestChanged, want[x] == seen[x] ? 0 : see[at]);
+        highestSeen = std::max<int>(highestSeen, want[x]);
+        mustSeeThrough = mustSeeThrough || want[x] == kClear;
+      }
+    }
+  }
+  // The lowest index of the table that no changed pixel needs, or -1.
+  std::int32_t FreeIndex(int tableEntries) const {
+    for (int index = 0; index < tableEntries; ++index)
+      if (!used[index]) return index;
+    return -1;
+  }
+};
+
+// The image over the box, coded: the wanted indices, with the transparent
+// index where the rule for unchanged pixels chooses it and wherever the
+// picture shows nothing. The size of its codes, or more than limit once they
+// pass it.
+std::size_t CutImage(const BoxPixels& pixels, std::int32_t transparent, Unchanged rule, std::size_t limit,
+                     GifFrame* image) {
+  const Box& box = pixels.box;
   *image = GifFrame{};
   image->left = box.left;
   image->top = box.top;
   image->width = box.right - box.left;
   image->height = box.bottom - box.top;
-  image->transparentIndex = rule == Unchanged::kDrawn ? -1 : transparent;
-  std::size_t count = static_cast<std::size_t>(image->width) * image->height;
-  image->indices.resize(count);
-  std::vector<std::uint8_t> others(count);
+  std::size_t count = pixels.see.size();
   // The code size is that of the pixels as first chosen; an unchanged pixel
   // may be drawn instead only with an index that fits it.
-  int highest = std::max(1, image->transparentIndex);
-  std::size_t at = 0;
-  for (int y = box.top; y < box.bottom; ++y)
-    for (int x = box.left; x < box.right; ++x, ++at) {
-      int want = replay.wanted[geometry.At(x, y)];
-      int see = want == kClear ? transparent : want;
-      bool unchanged = want == screen[geometry.At(x, y)] && rule != Unchanged::kDrawn;
-      image->indices[at] = static_cast<std::uint8_t>(unchanged ? transparent : see);
-      others[at] = static_cast<std::uint8_t>(see);
-      highest = std::max<int>(highest, image->indices[at]);
-    }
+  int highest = 1;
+  if (rule == Unchanged::kDrawn) {
+    image->transparentIndex = -1;
+    image->indices = pixels.see;
+    highest = std::max(highest, pixels.highestSeen);
+  } else {
+    image->transparentIndex = transparent;
+    image->indices.resize(count);
+    const std::uint8_t hidden = static_cast<std::uint8_t>(transparent);
+    for (std::size_t i = 0; i < count; ++i)
+      image->indices[i] = static_cast<std::uint8_t>((pixels.see[i] & ~pixels.shown[i]) | (hidden & pixels.shown[i]));
+    highest = std::max({highest, static_cast<int>(transparent), pixels.highestChanged});
+  }
   int bits = 1;
   while ((1 << bits) <= highest) ++bits;
-  for (std::size_t i = 0; i < count; ++i)
-    if (others[i] >= 1 << bits || rule == Unchanged::kTransparent) others[i] = image->indices[i];
   image->codeSize = GifCodeSizeFor(bits);
+  if (rule != Unchanged::kTransparentOrDrawn) {
+    image->codes = GifLzwEncode(image->indices.data(), count, image->codeSize, limit);
+    return image->codes.size();
+  }
+  // A pixel the screen shows may be drawn instead, with an index that fits.
+  std::vector<std::uint8_t> others(count);
+  const int fits = 1 << bits;
+  for (std::size_t i = 0; i < count; ++i) {
+    std::uint8_t drawable = static_cast<std::uint8_t>(~pixels.clear[i] & (pixels.see[i] < fits ? 0xFF : 0));
+    others[i] = static_cast<std::uint8_t>((pixels.see[i] & drawable) | (image->indices[i] & ~drawable));
+  }
   image->codes = GifLzwEncodeChoosing(image->indices.data(), others.data(), count, image->codeSize, limit);
   return image->codes.size();
 }
 
-// The lowest index of the table that no changed pixel of the box needs, or -1.
-std::int32_t FreeIndex(const PlainReplay& replay, const Screen& screen, const Box& box, int tableEntries) {
-  bool used[256] = {};
-  for (int y = box.top; y < box.bottom; ++y)
-    for (int x = box.left; x < box.right; ++x) {
-      std::size_t at = replay.geometry.At(x, y);
-      if (replay.wanted[at] != screen[at]) used[replay.wanted[at]] = true;
-    }
-  for (int index = 0; index < tableEntries; ++index)
-    if (!used[index]) return index;
-  return -1;
-}
-
-bool NeedsTransparency(const PlainReplay& replay, const Box& box) {
-  for (int y = box.top; y < box.bottom; ++y)
-    for (int x = box.left; x < box.right; ++x)
-      if (replay.wanted[replay.geometry.At(x, y)] == kClear) return true;
-  return false;
-}
-
 // The smaller of the image drawn whole and the image with its unchanged
 // pixels transparent; false when neither can show the wanted picture.
-bool ChooseImage(const PlainReplay& replay, const Screen& screen, const Box& box, int tableEntries, GifFrame* chosen) {
-  bool mustSeeThrough = NeedsTransparency(replay, box);
-  std::int32_t transparent = FreeIndex(replay, screen, box, tableEntries);
-  if (transparent < 0 && mustSeeThrough) return false;
+bool ChooseImage(const BoxPixels& pixels, int tableEntries, GifFrame* chosen) {
+  std::int32_t transparent = pixels.FreeIndex(tableEntries);
+  if (transparent < 0 && pixels.mustSeeThrough) return false;
   // Drawing first: when drawing every pixel codes smaller than leaving the
   // unchanged ones to choice, leaving them all transparent is not tried.
   std::size_t best = SIZE_MAX;
   bool drawnBest = false;
   for (Unchanged rule : {Unchanged::kDrawn, Unchanged::kTransparentOrDrawn, Unchanged::kTransparent}) {
-    if (rule == Unchanged::kDrawn ? mustSeeThrough : transparent < 0) continue;
+    if (rule == Unchanged::kDrawn ? pixels.mustSeeThrough : transparent < 0) continue;
     if (rule == Unchanged::kTransparent && drawnBest) continue;
     GifFrame image;
-    std::size_t size = CutImage(replay, screen, box, transparent, rule, best, &image);
+    std::size_t size = CutImage(pixels, transparent, rule, best, &image);
     if (size < best) {
       best = size;
       drawnBest = rule == Unchanged::kDrawn;
@@ -283,13 +360,14 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
     geometry.width = std::max(geometry.width, frame.width);
     geometry.height = std::max(geometry.height, frame.height);
   }
-  *optimised = plain;
-  optimised->frames.clear();
   optimised->width = geometry.width;
   optimised->height = geometry.height;
+  optimised->comments = plain.comments;
+  optimised->frames.clear();
+  optimised->frames.reserve(plain.frames.size());
   RenumberColours(plain, &geometry, optimised);
 
-  PlainReplay replay{plain, geometry, {}, {}, {}, {}, 0};
+  PlainReplay replay{plain, geometry, {}, {}, {}};
   replay.Start();
   Screen screen(static_cast<std::size_t>(geometry.width) * geometry.height, kClear);
   for (const GifFrame& frame : plain.frames) {
@@ -298,16 +376,23 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
     if (!FindChanges(replay, screen, &changed, &toClear)) return 0;
     // Clearing what the next picture leaves empty takes a background
     // disposal over a box that covers it; otherwise the image stays.
-    Box box = changed;
-    box.Add(toClear);
-    if (box.Empty()) box = {0, 0, 1, 1};  // a picture like the last still needs its image and delay
+    BoxPixels pixels;
+    pixels.box = changed;
+    pixels.box.Add(toClear);
+    if (pixels.box.Empty()) pixels.box = {0, 0, 1, 1};  // a picture like the last still needs its image and delay
+    pixels.Read(replay, screen);
     GifFrame image;
-    if (!ChooseImage(replay, screen, box, 1 << optimised->depth, &image)) return 0;
+    if (!ChooseImage(pixels, 1 << optimised->depth, &image)) return 0;
     image.delay = frame.delay;
     image.disposal = toClear.Empty() ? kGifDisposalKeep : kGifDisposalBackground;
-    Draw(&screen, geometry, image, false);
-    // Outside the box the screen already showed the picture.
-    if (!SameInside(screen, replay.wanted, geometry, box)) return 0;
+    // Whichever image was chosen, it leaves the wanted picture inside its
+    // box, and outside the box the screen showed it already; so the screen
+    // the next image meets depends only on the boxes, not on the codes.
+    for (int y = pixels.box.top; y < pixels.box.bottom; ++y) {
+      std::size_t at = geometry.At(pixels.box.left, y);
+      std::copy_n(replay.wanted.begin() + static_cast<std::ptrdiff_t>(at), pixels.box.right - pixels.box.left,
+                  screen.begin() + static_cast<std::ptrdiff_t>(at));
+    }
     Dispose(&screen, geometry, image);
     optimised->frames.push_back(std::move(image));
     replay.Advance();

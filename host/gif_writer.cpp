@@ -131,7 +131,7 @@ void PutComment(std::vector<std::uint8_t>* out, const std::string& text) {
   PutSubBlocks(out, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
 }
 
-void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSize) {
+void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSize, std::size_t limit) {
   bool transparent = frame.transparentIndex >= 0 && frame.transparentIndex < 256;
   out->push_back(0x21);
   out->push_back(0xF9);
@@ -154,7 +154,8 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
     return;
   }
   out->push_back(static_cast<std::uint8_t>(codeSize));
-  std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize);
+  std::size_t codesLimit = limit > out->size() ? limit - out->size() : 0;
+  std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize, codesLimit);
   PutSubBlocks(out, codes.data(), codes.size());
 }
 
@@ -233,7 +234,7 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
       ++nextCode;
     }
     prefix = index;
-    if (kChoosing && packer.Size() > limit) break;
+    if (packer.Size() > limit) break;
   }
   dictionary.Clear();
   packer.Put(prefix, width);
@@ -254,9 +255,14 @@ int GifTableBits(const GifAnimation& animation) {
   // which is the cheaper to find.
   int any = 1;  // a table has at least two entries
   for (const GifFrame& frame : animation.frames) {
-    std::uint8_t frameAny = 0;
-    for (std::uint8_t index : frame.indices) frameAny |= index;
-    any |= frameAny;
+    std::uint64_t eight = 0;  // eight indices at a time
+    std::size_t at = 0;
+    for (std::uint64_t word; at + sizeof word <= frame.indices.size(); at += sizeof word) {
+      std::memcpy(&word, frame.indices.data() + at, sizeof word);
+      eight |= word;
+    }
+    for (; at < frame.indices.size(); ++at) eight |= frame.indices[at];
+    for (; eight != 0; eight >>= 8) any |= static_cast<int>(eight & 0xFF);
     if (frame.transparentIndex > 0 && frame.transparentIndex < 256) any |= frame.transparentIndex;
   }
   return std::max(GifPaletteBits(animation.depth), BitsFor(any));
@@ -264,8 +270,9 @@ int GifTableBits(const GifAnimation& animation) {
 
 int GifCodeSizeFor(int bits) { return std::max(2, bits); }
 
-std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
-  return LzwCode<false>(indices, nullptr, nullptr, count, minimumCodeSize, SIZE_MAX);
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize,
+                                       std::size_t limit) {
+  return LzwCode<false>(indices, nullptr, nullptr, count, minimumCodeSize, limit);
 }
 
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
@@ -273,15 +280,17 @@ std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std:
   return LzwCode<true>(indices, others, indices, count, minimumCodeSize, limit);
 }
 
-std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
+std::vector<std::uint8_t> GifEncode(const GifAnimation& animation, std::size_t limit) {
   std::vector<std::uint8_t> out;
   int tableBits = GifTableBits(animation);
   PutHeader(&out, animation, tableBits);
   PutLoopForever(&out);
   // Comments go ahead of the first image, where every decoder reads them.
   for (const std::string& comment : animation.comments) PutComment(&out, comment);
-  for (const GifFrame& frame : animation.frames)
-    PutFrame(&out, frame, GifCodeSizeFor(tableBits));
+  for (const GifFrame& frame : animation.frames) {
+    PutFrame(&out, frame, GifCodeSizeFor(tableBits), limit);
+    if (out.size() > limit) return out;
+  }
   out.push_back(0x3B);
   return out;
 }
