@@ -6,6 +6,8 @@
 #include "host/gif_optimise.h"
 
 #include <algorithm>
+#include <array>
+#include <bitset>
 #include <cstdint>
 #include <cstring>
 
@@ -46,89 +48,142 @@ struct Box {
   }
 };
 
-// The screen, and the new number of each plain index. Indices of one colour
-// share a number, since a decoder shows them alike; the colours are numbered
-// from the most used, so that the table is only as large as the colours
-// shown and small images can be coded with fewer bits.
+// The screen, and the new number of each plain index. Only the colours
+// shown are numbered, so that the table is only as large as they need.
 struct Geometry {
   int width, height;
   std::uint8_t renumber[256];
   std::size_t At(int x, int y) const { return static_cast<std::size_t>(y) * width + x; }
 };
 
-// Fills the renumbering and the optimised palette and depth. Colours are
-// numbered by the last picture that changes pixels to them, latest first, so
-// that the small images at the end of an animation need few bits; then by
-// how many pixels change to them, then by how often they are shown.
-void RenumberColours(const GifAnimation& plain, Geometry* geometry, GifAnimation* optimised) {
-  for (int index = 0; index < 256; ++index) {
-    int first = 0;
-    while (std::memcmp(plain.palette + 3 * first, plain.palette + 3 * index, 3) != 0) ++first;
-    geometry->renumber[index] = static_cast<std::uint8_t>(first);
-  }
+// What the replayed pictures say about each colour (numbered as the first
+// palette entry of its colour), and about each picture: the colours its
+// changed pixels take and how many pixels the box around them holds.
+struct ColourStats {
   std::size_t changes[256] = {};
   std::size_t uses[256] = {};
+  std::size_t firstChange[256];
   std::size_t lastChange[256] = {};
+  struct Picture {
+    std::bitset<256> changedTo;
+    std::size_t boxPixels;
+  };
+  std::vector<Picture> pictures;
+  bool seeThrough = false;
+};
+
+// Draws the plain image on the picture and counts what changed; box gets the
+// pixels that changed.
+void CountChanges(const GifFrame& frame, const Geometry& geometry, const Screen* beforeDisposal, std::size_t number,
+                  Screen* picture, std::size_t shown[257], ColourStats* stats, Box* box) {
+  ColourStats::Picture& counted = stats->pictures.back();
+  for (int y = 0; y < frame.height; ++y) {
+    const std::uint8_t* row = frame.indices.data() + static_cast<std::size_t>(y) * frame.width;
+    std::size_t start = geometry.At(frame.left, frame.top + y);
+    std::int16_t* cell = picture->data() + start;
+    const std::int16_t* before = beforeDisposal != nullptr ? beforeDisposal->data() + start : cell;
+    int left = -1, right = -1;
+    for (int x = 0; x < frame.width; ++x) {
+      if (row[x] == frame.transparentIndex) continue;
+      std::int16_t now = geometry.renumber[row[x]];
+      if (now != before[x]) {
+        ++stats->changes[now];
+        stats->firstChange[now] = std::min(stats->firstChange[now], number);
+        stats->lastChange[now] = number;
+        counted.changedTo.set(static_cast<std::size_t>(now));
+        left = left < 0 ? x : left;
+        right = x;
+      }
+      if (now == cell[x]) continue;
+      --shown[cell[x] + 1];
+      ++shown[now + 1];
+      cell[x] = now;
+    }
+    if (left >= 0) box->AddSpan(frame.top + y, left, right + 1);
+  }
+}
+
+ColourStats CountColours(const GifAnimation& plain, const Geometry& geometry) {
+  ColourStats stats;
+  std::fill_n(stats.firstChange, 256, SIZE_MAX);
   // How many pixels of the picture show each colour, kept as pixels change,
   // so that counting what each picture shows costs nothing per pixel.
   std::size_t shown[257] = {};  // the clear pixels first
-  shown[0] = static_cast<std::size_t>(geometry->width) * geometry->height;
-  std::size_t number = 0;
-  bool seeThrough = false;
+  shown[0] = static_cast<std::size_t>(geometry.width) * geometry.height;
   Screen picture(shown[0], kClear);
   // A change is counted against the picture before, not against what its
   // disposal left, so the pixels a disposal cleared keep their old values here.
   Screen beforeDisposal;
   bool disposed = false;
   for (const GifFrame& frame : plain.frames) {
-    seeThrough = seeThrough || frame.transparentIndex >= 0;
-    for (int y = 0; y < frame.height; ++y) {
-      const std::uint8_t* row = frame.indices.data() + static_cast<std::size_t>(y) * frame.width;
-      std::size_t start = geometry->At(frame.left, frame.top + y);
-      std::int16_t* cell = picture.data() + start;
-      const std::int16_t* before = disposed ? beforeDisposal.data() + start : cell;
-      for (int x = 0; x < frame.width; ++x) {
-        if (row[x] == frame.transparentIndex) continue;
-        std::int16_t now = geometry->renumber[row[x]];
-        if (now != before[x]) {
-          ++changes[now];
-          lastChange[now] = number;
-        }
-        if (now == cell[x]) continue;
-        --shown[cell[x] + 1];
-        ++shown[now + 1];
-        cell[x] = now;
-      }
-    }
-    for (int index = 0; index < 256; ++index) uses[index] += shown[index + 1];
-    ++number;
+    stats.seeThrough = stats.seeThrough || frame.transparentIndex >= 0;
+    stats.pictures.push_back({});
+    Box box;
+    CountChanges(frame, geometry, disposed ? &beforeDisposal : nullptr, stats.pictures.size() - 1, &picture, shown,
+                 &stats, &box);
+    stats.pictures.back().boxPixels =
+        box.Empty() ? 1 : static_cast<std::size_t>(box.right - box.left) * (box.bottom - box.top);
+    for (int index = 0; index < 256; ++index) stats.uses[index] += shown[index + 1];
     disposed = frame.disposal == kGifDisposalBackground;
     if (!disposed) continue;
     beforeDisposal = picture;
     for (int y = 0; y < frame.height; ++y)
-      for (std::int16_t* cell = picture.data() + geometry->At(frame.left, frame.top + y), *end = cell + frame.width;
+      for (std::int16_t* cell = picture.data() + geometry.At(frame.left, frame.top + y), *end = cell + frame.width;
            cell < end; ++cell) {
         --shown[*cell + 1];
         ++shown[0];
         *cell = kClear;
       }
   }
-  int order[256];
+  return stats;
+}
+
+// Colours from the first to be numbered to the last.
+using ColourOrder = std::array<int, 256>;
+
+template <typename Before>
+ColourOrder OrderColours(const ColourStats& stats, Before before) {
+  ColourOrder order;
   for (int index = 0; index < 256; ++index) order[index] = index;
-  std::stable_sort(order, order + 256, [&](int a, int b) {
-    if (lastChange[a] != lastChange[b]) return lastChange[a] > lastChange[b];
-    return changes[a] != changes[b] ? changes[a] > changes[b] : uses[a] > uses[b];
+  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+    if (before(a, b) != before(b, a)) return before(a, b);
+    return stats.changes[a] != stats.changes[b] ? stats.changes[a] > stats.changes[b] : stats.uses[a] > stats.uses[b];
   });
+  return order;
+}
+
+// An estimate of what a numbering costs: each image's pixels times the bits
+// its codes start at, which the highest number its changed pixels need (and
+// one more, for transparency) decides.
+std::size_t NumberingCost(const ColourStats& stats, const ColourOrder& order) {
+  int numberOf[256];
+  for (int number = 0; number < 256; ++number) numberOf[order[number]] = number;
+  std::size_t cost = 0;
+  for (const ColourStats::Picture& picture : stats.pictures) {
+    int highest = 1;
+    for (int index = 0; index < 256; ++index)
+      if (picture.changedTo.test(static_cast<std::size_t>(index))) highest = std::max(highest, numberOf[index] + 1);
+    int bits = 1;
+    while ((1 << bits) <= highest) ++bits;
+    cost += picture.boxPixels * static_cast<std::size_t>(GifCodeSizeFor(bits));
+  }
+  return cost;
+}
+
+// Fills the renumbering and the optimised palette and depth from the order
+// of the colours.
+void RenumberColours(const ColourStats& stats, const ColourOrder& order, const GifAnimation& plain,
+                     Geometry* geometry, GifAnimation* optimised) {
   int shownColours = 0;
   std::uint8_t numberOf[256] = {};
   std::memset(optimised->palette, 0, sizeof optimised->palette);
-  for (; shownColours < 256 && uses[order[shownColours]] > 0; ++shownColours) {
+  for (; shownColours < 256 && stats.uses[order[shownColours]] > 0; ++shownColours) {
     numberOf[order[shownColours]] = static_cast<std::uint8_t>(shownColours);
     std::memcpy(optimised->palette + 3 * shownColours, plain.palette + 3 * order[shownColours], 3);
   }
   for (int index = 0; index < 256; ++index) geometry->renumber[index] = numberOf[geometry->renumber[index]];
   // One more entry, free for transparency, where the pictures need it.
-  int entries = std::min(256, shownColours + (seeThrough ? 1 : 0));
+  int entries = std::min(256, shownColours + (stats.seeThrough ? 1 : 0));
   optimised->depth = 1;
   while ((1 << optimised->depth) < entries) ++optimised->depth;
 }
@@ -350,22 +405,16 @@ bool ChooseImage(const BoxPixels& pixels, int tableEntries, GifFrame* chosen) {
   return true;
 }
 
-}  // namespace
-
-int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
-  if (plain.frames.empty()) return 0;
-  Geometry geometry{plain.width, plain.height, {}};
-  for (const GifFrame& frame : plain.frames) {
-    if (frame.transparentIndex >= 256 || frame.left != 0 || frame.top != 0) return 0;
-    geometry.width = std::max(geometry.width, frame.width);
-    geometry.height = std::max(geometry.height, frame.height);
-  }
+// The optimised animation with the colours numbered in the order given;
+// false where no image can show a wanted picture.
+bool OptimiseInOrder(const GifAnimation& plain, Geometry geometry, const ColourStats& stats, const ColourOrder& order,
+                     GifAnimation* optimised) {
   optimised->width = geometry.width;
   optimised->height = geometry.height;
   optimised->comments = plain.comments;
   optimised->frames.clear();
   optimised->frames.reserve(plain.frames.size());
-  RenumberColours(plain, &geometry, optimised);
+  RenumberColours(stats, order, plain, &geometry, optimised);
 
   PlainReplay replay{plain, geometry, {}, {}, {}};
   replay.Start();
@@ -373,7 +422,7 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
   for (const GifFrame& frame : plain.frames) {
     Box changed;
     Box toClear;
-    if (!FindChanges(replay, screen, &changed, &toClear)) return 0;
+    if (!FindChanges(replay, screen, &changed, &toClear)) return false;
     // Clearing what the next picture leaves empty takes a background
     // disposal over a box that covers it; otherwise the image stays.
     BoxPixels pixels;
@@ -382,7 +431,7 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
     if (pixels.box.Empty()) pixels.box = {0, 0, 1, 1};  // a picture like the last still needs its image and delay
     pixels.Read(replay, screen);
     GifFrame image;
-    if (!ChooseImage(pixels, 1 << optimised->depth, &image)) return 0;
+    if (!ChooseImage(pixels, 1 << optimised->depth, &image)) return false;
     image.delay = frame.delay;
     image.disposal = toClear.Empty() ? kGifDisposalKeep : kGifDisposalBackground;
     // Whichever image was chosen, it leaves the wanted picture inside its
@@ -397,5 +446,48 @@ int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
     optimised->frames.push_back(std::move(image));
     replay.Advance();
   }
+  return true;
+}
+
+// The bytes in which two optimisations of one animation can differ: the
+// colour table and the coded images in their sub-blocks.
+std::size_t VaryingBytes(const GifAnimation& optimised) {
+  std::size_t bytes = std::size_t{3} << optimised.depth;
+  for (const GifFrame& frame : optimised.frames) bytes += frame.codes.size() + (frame.codes.size() + 254) / 255;
+  return bytes;
+}
+
+}  // namespace
+
+int GifOptimise(const GifAnimation& plain, GifAnimation* optimised) {
+  if (plain.frames.empty()) return 0;
+  Geometry geometry{plain.width, plain.height, {}};
+  for (const GifFrame& frame : plain.frames) {
+    if (frame.transparentIndex >= 256 || frame.left != 0 || frame.top != 0) return 0;
+    geometry.width = std::max(geometry.width, frame.width);
+    geometry.height = std::max(geometry.height, frame.height);
+  }
+  // Colours of one colour share a number, since a decoder shows them alike.
+  for (int index = 0; index < 256; ++index) {
+    int first = 0;
+    while (std::memcmp(plain.palette + 3 * first, plain.palette + 3 * index, 3) != 0) ++first;
+    geometry.renumber[index] = static_cast<std::uint8_t>(first);
+  }
+  // The colours an image needs are best numbered low, so that it is coded
+  // with few bits. Numbered by the last picture that changes pixels to them,
+  // latest first, they suit the small images at the end of an animation;
+  // numbered by the first, earliest first, those at its start. Either way
+  // ties go to the colours more pixels change to, then to those shown more.
+  ColourStats stats = CountColours(plain, geometry);
+  ColourOrder latest = OrderColours(stats, [&](int a, int b) { return stats.lastChange[a] > stats.lastChange[b]; });
+  if (!OptimiseInOrder(plain, geometry, stats, latest, optimised)) return 0;
+  ColourOrder earliest =
+      OrderColours(stats, [&](int a, int b) { return stats.firstChange[a] < stats.firstChange[b]; });
+  if (NumberingCost(stats, earliest) >= NumberingCost(stats, latest)) return 1;
+  // The estimate is only an estimate: where it favours the earliest first,
+  // both are coded and the smaller kept.
+  GifAnimation other;
+  if (OptimiseInOrder(plain, geometry, stats, earliest, &other) && VaryingBytes(other) < VaryingBytes(*optimised))
+    *optimised = std::move(other);
   return 1;
 }
