@@ -159,19 +159,26 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
   PutSubBlocks(out, codes.data(), codes.size());
 }
 
-// How many pixels from start the longest string in the dictionary covers
-// when it starts from code, each pixel taking its index or else its other
-// value.
-std::size_t MatchLength(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
-                        std::size_t start, std::size_t count, int code) {
-  std::size_t position = start;
-  for (; position < count; ++position) {
-    int extended = dictionary.Find(code, indices[position]);
-    if (extended == 0) extended = dictionary.Find(code, others[position]);
-    if (extended == 0) break;
-    code = extended;
+// The code the dictionary has for the string of code grown by the pixel at
+// position, taking its index or else its other value; 0 where neither grows it.
+int Grow(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+         std::size_t position, int code) {
+  int grown = dictionary.Find(code, indices[position]);
+  return grown != 0 ? grown : dictionary.Find(code, others[position]);
+}
+
+// Whether, from start on, the strings in the dictionary reach further from
+// code than from rival, each pixel taking its index or else its other value.
+// The two are followed side by side, only as far as the shorter goes.
+bool ReachesFurther(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+                    std::size_t start, std::size_t count, int code, int rival) {
+  for (std::size_t position = start; position < count; ++position) {
+    code = Grow(dictionary, indices, others, position, code);
+    if (code == 0) return false;
+    rival = Grow(dictionary, indices, others, position, rival);
+    if (rival == 0) return true;
   }
-  return position - start;
+  return false;
 }
 
 // The coder behind both entry points. When choosing, a pixel whose other
@@ -202,8 +209,8 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
     if (kChoosing && others[position] != index) {
       // Where both values grow the string, the one that grows it further.
       int alternative = dictionary.Find(prefix, others[position]);
-      if (alternative != 0 && (extended == 0 || MatchLength(dictionary, indices, others, position + 1, count, alternative) >
-                                                    MatchLength(dictionary, indices, others, position + 1, count, extended))) {
+      if (alternative != 0 &&
+          (extended == 0 || ReachesFurther(dictionary, indices, others, position + 1, count, alternative, extended))) {
         extended = alternative;
         chosen[position] = others[position];
       }
@@ -215,8 +222,7 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
     packer.Put(prefix, width);
     // A pixel that starts a string takes the value that starts the longer one.
     if (kChoosing && others[position] != index &&
-        MatchLength(dictionary, indices, others, position + 1, count, others[position]) >
-            MatchLength(dictionary, indices, others, position + 1, count, index)) {
+        ReachesFurther(dictionary, indices, others, position + 1, count, others[position], index)) {
       index = others[position];
       chosen[position] = others[position];
     }
