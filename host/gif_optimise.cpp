@@ -88,8 +88,6 @@ void CountChanges(const GifFrame& frame, const Geometry& geometry, const Screen*
       std::int16_t now = geometry.renumber[row[x]];
       if (now != before[x]) {
         ++stats->changes[now];
-        stats->firstChange[now] = std::min(stats->firstChange[now], number);
-        stats->lastChange[now] = number;
         counted.changedTo.set(static_cast<std::size_t>(now));
         left = left < 0 ? x : left;
         right = x;
@@ -100,6 +98,11 @@ void CountChanges(const GifFrame& frame, const Geometry& geometry, const Screen*
       cell[x] = now;
     }
     if (left >= 0) box->AddSpan(frame.top + y, left, right + 1);
+  }
+  for (int index = 0; index < 256; ++index) {
+    if (!counted.changedTo.test(static_cast<std::size_t>(index))) continue;
+    stats->firstChange[index] = std::min(stats->firstChange[index], number);
+    stats->lastChange[index] = number;
   }
 }
 
