@@ -19,33 +19,34 @@ namespace {
 constexpr int kLzwMaxBits = 12;
 constexpr int kLzwTableSize = 1 << kLzwMaxBits;  // 4096 codes
 
-// Codes in least-significant-bit-first order, as GIF packs them, into a
-// buffer sized for the most codes the image can take.
+// Codes in least-significant-bit-first order, as GIF packs them, four bytes
+// at a time into a buffer that grows by doubling.
 struct BitPacker {
   std::vector<std::uint8_t>* out;
-  std::uint8_t* next;
+  std::size_t written = 0;
   std::uint64_t pending = 0;
   int pendingBits = 0;
 
-  BitPacker(std::vector<std::uint8_t>* buffer, std::size_t mostCodes) : out(buffer) {
-    out->resize((mostCodes * kLzwMaxBits + 7) / 8 + sizeof pending);
-    next = out->data();
-  }
+  // Most images code to well under a quarter of their pixels in bytes.
+  BitPacker(std::vector<std::uint8_t>* buffer, std::size_t pixels) : out(buffer) { out->resize(pixels / 4 + 64); }
   void Put(int code, int width) {
     pending |= static_cast<std::uint64_t>(code) << pendingBits;
     pendingBits += width;
     if (pendingBits >= 32) {
+      if (written + 4 > out->size()) out->resize(2 * out->size());
+      std::uint8_t* next = out->data() + written;
       for (int byte = 0; byte < 4; ++byte) next[byte] = static_cast<std::uint8_t>(pending >> 8 * byte);
-      next += 4;
+      written += 4;
       pending >>= 32;
       pendingBits -= 32;
     }
   }
   // Whole bytes so far.
-  std::size_t Size() const { return static_cast<std::size_t>(next - out->data()) + pendingBits / 8; }
+  std::size_t Size() const { return written + static_cast<std::size_t>(pendingBits / 8); }
   void Finish() {
-    for (; pendingBits > 0; pendingBits -= 8, pending >>= 8) *next++ = static_cast<std::uint8_t>(pending);
-    out->resize(static_cast<std::size_t>(next - out->data()));
+    out->resize(Size() + (pendingBits % 8 != 0 ? 1 : 0));
+    for (std::size_t at = written; pendingBits > 0; ++at, pendingBits -= 8, pending >>= 8)
+      (*out)[at] = static_cast<std::uint8_t>(pending);
   }
 };
 
@@ -190,7 +191,7 @@ template <bool kChoosing>
 std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
                                   std::size_t count, int minimumCodeSize, std::size_t limit) {
   std::vector<std::uint8_t> out;
-  BitPacker packer(&out, count + 3);
+  BitPacker packer(&out, count);
   const int clearCode = 1 << minimumCodeSize;
   const int endCode = clearCode + 1;
   int nextCode = endCode + 1;
