@@ -293,8 +293,11 @@ bool FindChanges(const PlainReplay& replay, const Screen& screen, Box* changed, 
 
 // How an image treats the pixels the screen already shows: drawn again, or
 // transparent, or transparent unless drawing lets the coder's current string
-// grow.
-enum class Unchanged { kDrawn, kTransparent, kTransparentOrDrawn };
+// grow, or transparent only where they run long along a row. Long runs of
+// the transparent index code into few long strings, while a few such pixels
+// scattered among changed ones only break the strings that drawing them
+// would continue.
+enum class Unchanged { kDrawn, kTransparent, kTransparentOrDrawn, kTransparentInLongRuns };
 
 // The pixels of the box as every image over it starts them: the index each
 // must show (unset where the picture shows nothing), and which of them the
@@ -339,6 +342,26 @@ struct BoxPixels {
   }
 };
 
+constexpr int kLongRun = 16;  // pixels; found the best of 4 to 64 on supercompressed builds
+
+// The wanted indices with the transparent one over every run of at least
+// kLongRun pixels along a row that the screen already shows, and wherever
+// the picture shows nothing.
+void HideLongRuns(const BoxPixels& pixels, std::uint8_t transparent, GifFrame* image) {
+  image->indices = pixels.see;
+  const int width = image->width;
+  for (std::size_t row = 0; row < pixels.see.size(); row += static_cast<std::size_t>(width)) {
+    const std::uint8_t* shown = pixels.shown.data() + row;
+    for (int x = 0; x < width;) {
+      int end = x;
+      while (end < width && shown[end] != 0) ++end;
+      for (int at = x; at < end; ++at)
+        if (end - x >= kLongRun || pixels.clear[row + at] != 0) image->indices[row + at] = transparent;
+      x = end + 1;
+    }
+  }
+}
+
 // The image over the box, coded: the wanted indices, with the transparent
 // index where the rule for unchanged pixels chooses it and wherever the
 // picture shows nothing. The size of its codes, or more than limit once they
@@ -355,14 +378,18 @@ std::size_t CutImage(const BoxPixels& pixels, std::int32_t transparent, Unchange
   // The code size is that of the pixels as first chosen; an unchanged pixel
   // may be drawn instead only with an index that fits it.
   int highest = 1;
+  const std::uint8_t hidden = static_cast<std::uint8_t>(transparent);
   if (rule == Unchanged::kDrawn) {
     image->transparentIndex = -1;
     image->indices = pixels.see;
     highest = std::max(highest, pixels.highestSeen);
+  } else if (rule == Unchanged::kTransparentInLongRuns) {
+    image->transparentIndex = transparent;
+    HideLongRuns(pixels, hidden, image);
+    highest = std::max({highest, static_cast<int>(transparent), pixels.highestSeen});
   } else {
     image->transparentIndex = transparent;
     image->indices.resize(count);
-    const std::uint8_t hidden = static_cast<std::uint8_t>(transparent);
     for (std::size_t i = 0; i < count; ++i)
       image->indices[i] = static_cast<std::uint8_t>((pixels.see[i] & ~pixels.shown[i]) | (hidden & pixels.shown[i]));
     highest = std::max({highest, static_cast<int>(transparent), pixels.highestChanged});
@@ -385,18 +412,19 @@ std::size_t CutImage(const BoxPixels& pixels, std::int32_t transparent, Unchange
   return image->codes.size();
 }
 
-// The smaller of the image drawn whole and the image with its unchanged
-// pixels transparent; false when neither can show the wanted picture.
+// The smallest of the images the rules for unchanged pixels make; false
+// when none can show the wanted picture.
 bool ChooseImage(const BoxPixels& pixels, int tableEntries, GifFrame* chosen) {
   std::int32_t transparent = pixels.FreeIndex(tableEntries);
   if (transparent < 0 && pixels.mustSeeThrough) return false;
   // Drawing first: when drawing every pixel codes smaller than leaving the
-  // unchanged ones to choice, leaving them all transparent is not tried.
+  // unchanged ones to choice, the other rules for them are not tried.
   std::size_t best = SIZE_MAX;
   bool drawnBest = false;
-  for (Unchanged rule : {Unchanged::kDrawn, Unchanged::kTransparentOrDrawn, Unchanged::kTransparent}) {
+  for (Unchanged rule : {Unchanged::kDrawn, Unchanged::kTransparentOrDrawn, Unchanged::kTransparent,
+                         Unchanged::kTransparentInLongRuns}) {
     if (rule == Unchanged::kDrawn ? pixels.mustSeeThrough : transparent < 0) continue;
-    if (rule == Unchanged::kTransparent && drawnBest) continue;
+    if (rule != Unchanged::kTransparentOrDrawn && rule != Unchanged::kDrawn && drawnBest) continue;
     GifFrame image;
     std::size_t size = CutImage(pixels, transparent, rule, best, &image);
     if (size < best) {
