@@ -19,54 +19,71 @@ namespace {
 constexpr int kLzwMaxBits = 12;
 constexpr int kLzwTableSize = 1 << kLzwMaxBits;  // 4096 codes
 
-// Codes in least-significant-bit-first order, as GIF packs them.
+// Codes in least-significant-bit-first order, as GIF packs them, four bytes
+// at a time into a buffer that grows by doubling.
 struct BitPacker {
   std::vector<std::uint8_t>* out;
-  std::uint32_t pending = 0;
+  std::size_t written = 0;
+  std::uint64_t pending = 0;
   int pendingBits = 0;
 
+  // Most images code to well under a quarter of their pixels in bytes.
+  BitPacker(std::vector<std::uint8_t>* buffer, std::size_t pixels) : out(buffer) { out->resize(pixels / 4 + 64); }
   void Put(int code, int width) {
-    pending |= static_cast<std::uint32_t>(code) << pendingBits;
+    pending |= static_cast<std::uint64_t>(code) << pendingBits;
     pendingBits += width;
-    while (pendingBits >= 8) {
-      out->push_back(static_cast<std::uint8_t>(pending));
-      pending >>= 8;
-      pendingBits -= 8;
+    if (pendingBits >= 32) {
+      if (written + 4 > out->size()) out->resize(2 * out->size());
+      std::uint8_t* next = out->data() + written;
+      for (int byte = 0; byte < 4; ++byte) next[byte] = static_cast<std::uint8_t>(pending >> 8 * byte);
+      written += 4;
+      pending >>= 32;
+      pendingBits -= 32;
     }
   }
-  void Flush() {
-    if (pendingBits > 0) out->push_back(static_cast<std::uint8_t>(pending));
-    pending = 0;
-    pendingBits = 0;
+  // Whole bytes so far.
+  std::size_t Size() const { return written + static_cast<std::size_t>(pendingBits / 8); }
+  void Finish() {
+    out->resize(Size() + (pendingBits % 8 != 0 ? 1 : 0));
+    for (std::size_t at = written; pendingBits > 0; ++at, pendingBits -= 8, pending >>= 8)
+      (*out)[at] = static_cast<std::uint8_t>(pending);
   }
 };
 
-// The string table: (prefix code, next index) -> code, open addressing over
-// twice the number of codes so probes stay short. A slot holds the 20-bit
-// key and the 12-bit code together, so a probe is one load.
+// The string table: the code of each string one index longer than a code's
+// own, looked up directly by prefix code and index; 0 where there is none,
+// since no added code is that low. It is kept from one image to the next
+// (each thread its own) with every entry 0, and clearing resets only the
+// entries that were filled, which costs far less than clearing the whole table.
 struct LzwDictionary {
-  static constexpr int kSlots = 2 * kLzwTableSize;
-  static constexpr std::uint32_t kEmpty = 0xFFFFFFFF;
-  std::vector<std::uint32_t> slots = std::vector<std::uint32_t>(kSlots, kEmpty);
+  std::vector<std::uint16_t> next;
+  std::vector<std::uint32_t> filled;
+  int indexBits = 0;
 
-  static std::uint32_t Key(int prefix, int index) { return static_cast<std::uint32_t>(prefix << 8 | index); }
-  static int SlotOf(std::uint32_t key) { return static_cast<int>((key * 2654435761u) >> 19 & (kSlots - 1)); }
-  int Find(int prefix, int index) const {
-    std::uint32_t key = Key(prefix, index);
-    for (int slot = SlotOf(key);; slot = (slot + 1) & (kSlots - 1)) {
-      std::uint32_t held = slots[slot];
-      if (held == kEmpty) return -1;
-      if (held >> 12 == key) return static_cast<int>(held & 0xFFF);
-    }
+  // Indices must be below 2^minimumCodeSize.
+  void Start(int minimumCodeSize) {
+    indexBits = minimumCodeSize;
+    std::size_t size = std::size_t{kLzwTableSize} << minimumCodeSize;
+    if (next.size() < size) next.resize(size);
+    filled.reserve(kLzwTableSize);
   }
+  std::size_t SlotOf(int prefix, int index) const { return static_cast<std::size_t>(prefix) << indexBits | index; }
+  int Find(int prefix, int index) const { return next[SlotOf(prefix, index)]; }
   void Add(int prefix, int index, int code) {
-    std::uint32_t key = Key(prefix, index);
-    int slot = SlotOf(key);
-    while (slots[slot] != kEmpty && slots[slot] >> 12 != key) slot = (slot + 1) & (kSlots - 1);
-    slots[slot] = key << 12 | static_cast<std::uint32_t>(code);
+    std::size_t slot = SlotOf(prefix, index);
+    next[slot] = static_cast<std::uint16_t>(code);
+    filled.push_back(static_cast<std::uint32_t>(slot));
   }
-  void Clear() { std::fill(slots.begin(), slots.end(), kEmpty); }
+  void Clear() {
+    for (std::uint32_t slot : filled) next[slot] = 0;
+    filled.clear();
+  }
 };
+
+LzwDictionary& ThreadDictionary() {
+  thread_local LzwDictionary dictionary;
+  return dictionary;
+}
 
 int BitsFor(int highestValue) {
   int bits = 1;
@@ -117,7 +134,7 @@ void PutComment(std::vector<std::uint8_t>* out, const std::string& text) {
   PutSubBlocks(out, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
 }
 
-void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSize) {
+void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSize, std::size_t limit) {
   bool transparent = frame.transparentIndex >= 0 && frame.transparentIndex < 256;
   out->push_back(0x21);
   out->push_back(0xF9);
@@ -140,33 +157,41 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
     return;
   }
   out->push_back(static_cast<std::uint8_t>(codeSize));
-  std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize);
+  std::size_t codesLimit = limit > out->size() ? limit - out->size() : 0;
+  std::vector<std::uint8_t> codes = GifLzwEncode(frame.indices.data(), frame.indices.size(), codeSize, codesLimit);
   PutSubBlocks(out, codes.data(), codes.size());
 }
 
-// How many pixels from start the longest string in the dictionary covers
-// when it starts from code, each pixel taking its index or else its other
-// value.
-std::size_t MatchLength(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
-                        std::size_t start, std::size_t count, int code) {
-  std::size_t position = start;
-  for (; position < count; ++position) {
-    int extended = dictionary.Find(code, indices[position]);
-    if (extended < 0) extended = dictionary.Find(code, others[position]);
-    if (extended < 0) break;
-    code = extended;
-  }
-  return position - start;
+// The code the dictionary has for the string of code grown by the pixel at
+// position, taking its index or else its other value; 0 where neither grows it.
+int Grow(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+         std::size_t position, int code) {
+  int grown = dictionary.Find(code, indices[position]);
+  return grown != 0 ? grown : dictionary.Find(code, others[position]);
 }
 
-// The coder behind both entry points. Where others is given, a pixel whose
-// other value makes the current string longer takes it, and chosen records
-// the value each pixel took.
+// Whether, from start on, the strings in the dictionary reach further from
+// code than from rival, each pixel taking its index or else its other value.
+// The two are followed side by side, only as far as the shorter goes.
+bool ReachesFurther(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+                    std::size_t start, std::size_t count, int code, int rival) {
+  for (std::size_t position = start; position < count; ++position) {
+    code = Grow(dictionary, indices, others, position, code);
+    if (code == 0) return false;
+    rival = Grow(dictionary, indices, others, position, rival);
+    if (rival == 0) return true;
+  }
+  return false;
+}
+
+// The coder behind both entry points. When choosing, a pixel whose other
+// value makes the current string longer takes it, and chosen records the
+// value each pixel took.
+template <bool kChoosing>
 std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
                                   std::size_t count, int minimumCodeSize, std::size_t limit) {
   std::vector<std::uint8_t> out;
-  BitPacker packer{&out};
-  LzwDictionary dictionary;
+  BitPacker packer(&out, count);
   const int clearCode = 1 << minimumCodeSize;
   const int endCode = clearCode + 1;
   int nextCode = endCode + 1;
@@ -174,32 +199,33 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
   packer.Put(clearCode, width);
   if (count == 0) {
     packer.Put(endCode, width);
-    packer.Flush();
+    packer.Finish();
     return out;
   }
 
+  LzwDictionary& dictionary = ThreadDictionary();
+  dictionary.Start(minimumCodeSize);
   int prefix = indices[0];
-  for (std::size_t position = 1; position < count && out.size() <= limit; ++position) {
+  for (std::size_t position = 1; position < count; ++position) {
     int index = indices[position];
     int extended = dictionary.Find(prefix, index);
-    if (others != nullptr && others[position] != index) {
+    if (kChoosing && others[position] != index) {
       // Where both values grow the string, the one that grows it further.
       int alternative = dictionary.Find(prefix, others[position]);
-      if (alternative >= 0 && (extended < 0 || MatchLength(dictionary, indices, others, position + 1, count, alternative) >
-                                                   MatchLength(dictionary, indices, others, position + 1, count, extended))) {
+      if (alternative != 0 &&
+          (extended == 0 || ReachesFurther(dictionary, indices, others, position + 1, count, alternative, extended))) {
         extended = alternative;
         chosen[position] = others[position];
       }
     }
-    if (extended >= 0) {
+    if (extended != 0) {
       prefix = extended;
       continue;
     }
     packer.Put(prefix, width);
     // A pixel that starts a string takes the value that starts the longer one.
-    if (others != nullptr && others[position] != index &&
-        MatchLength(dictionary, indices, others, position + 1, count, others[position]) >
-            MatchLength(dictionary, indices, others, position + 1, count, index)) {
+    if (kChoosing && others[position] != index &&
+        ReachesFurther(dictionary, indices, others, position + 1, count, others[position], index)) {
       index = others[position];
       chosen[position] = others[position];
     }
@@ -217,13 +243,15 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
       ++nextCode;
     }
     prefix = index;
+    if (packer.Size() > limit) break;
   }
+  dictionary.Clear();
   packer.Put(prefix, width);
   // Reading that last code, the decoder adds its own entry, which may widen
   // the end code.
   if (nextCode == 1 << width && width < kLzwMaxBits) ++width;
   packer.Put(endCode, width);
-  packer.Flush();
+  packer.Finish();
   return out;
 }
 
@@ -232,34 +260,46 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
 int GifPaletteBits(int depth) { return std::clamp(depth, 1, 8); }
 
 int GifTableBits(const GifAnimation& animation) {
-  int highest = 1;  // a table has at least two entries
+  // The highest index has as many bits as all the indices ORed together,
+  // which is the cheaper to find.
+  int any = 1;  // a table has at least two entries
   for (const GifFrame& frame : animation.frames) {
-    for (std::uint8_t index : frame.indices) highest = std::max<int>(highest, index);
-    if (frame.transparentIndex < 256) highest = std::max(highest, frame.transparentIndex);
+    std::uint64_t eight = 0;  // eight indices at a time
+    std::size_t at = 0;
+    for (std::uint64_t word; at + sizeof word <= frame.indices.size(); at += sizeof word) {
+      std::memcpy(&word, frame.indices.data() + at, sizeof word);
+      eight |= word;
+    }
+    for (; at < frame.indices.size(); ++at) eight |= frame.indices[at];
+    for (; eight != 0; eight >>= 8) any |= static_cast<int>(eight & 0xFF);
+    if (frame.transparentIndex > 0 && frame.transparentIndex < 256) any |= frame.transparentIndex;
   }
-  return std::max(GifPaletteBits(animation.depth), BitsFor(highest));
+  return std::max(GifPaletteBits(animation.depth), BitsFor(any));
 }
 
 int GifCodeSizeFor(int bits) { return std::max(2, bits); }
 
-std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize) {
-  return LzwCode(indices, nullptr, nullptr, count, minimumCodeSize, SIZE_MAX);
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize,
+                                       std::size_t limit) {
+  return LzwCode<false>(indices, nullptr, nullptr, count, minimumCodeSize, limit);
 }
 
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
                                                int minimumCodeSize, std::size_t limit) {
-  return LzwCode(indices, others, indices, count, minimumCodeSize, limit);
+  return LzwCode<true>(indices, others, indices, count, minimumCodeSize, limit);
 }
 
-std::vector<std::uint8_t> GifEncode(const GifAnimation& animation) {
+std::vector<std::uint8_t> GifEncode(const GifAnimation& animation, std::size_t limit) {
   std::vector<std::uint8_t> out;
   int tableBits = GifTableBits(animation);
   PutHeader(&out, animation, tableBits);
   PutLoopForever(&out);
   // Comments go ahead of the first image, where every decoder reads them.
   for (const std::string& comment : animation.comments) PutComment(&out, comment);
-  for (const GifFrame& frame : animation.frames)
-    PutFrame(&out, frame, GifCodeSizeFor(tableBits));
+  for (const GifFrame& frame : animation.frames) {
+    PutFrame(&out, frame, GifCodeSizeFor(tableBits), limit);
+    if (out.size() > limit) return out;
+  }
   out.push_back(0x3B);
   return out;
 }

@@ -58,20 +58,22 @@ int GifTableBits(const GifAnimation& animation);
 // The LZW code stream of one image, without the code-size byte and before it
 // is cut into sub-blocks: a clear code first, codes growing from
 // minimumCodeSize + 1 to 12 bits, a clear code whenever the table is full, and
-// the end code last.
-std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize);
+// the end code last. Once the codes pass limit bytes the coder stops, and
+// what it returns is only known to be longer than limit.
+std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize,
+                                       std::size_t limit = SIZE_MAX);
 
 // As GifLzwEncode, where each pixel may show either of two values: its index
 // or its value in others. A pixel takes the other value, written back to
 // indices, where that lets the current string grow or start a longer one;
-// coding the indices so chosen with GifLzwEncode gives the same codes. Once
-// the codes pass limit bytes the coder stops, and what it returns is only
-// known to be longer than limit.
+// coding the indices so chosen with GifLzwEncode gives the same codes. It
+// stops as GifLzwEncode does.
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
                                                int minimumCodeSize, std::size_t limit);
 
-// The whole file.
-std::vector<std::uint8_t> GifEncode(const GifAnimation& animation);
+// The whole file. Once it passes limit bytes the encoder stops, and what it
+// returns is only known to be longer than limit.
+std::vector<std::uint8_t> GifEncode(const GifAnimation& animation, std::size_t limit = SIZE_MAX);
 
 // Writes the file through a temporary file beside path that is renamed over
 // path on success and removed on failure, so a failed write leaves what was

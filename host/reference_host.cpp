@@ -142,11 +142,13 @@ std::int64_t AddComment(const char* text) {
   return 1;
 }
 
+// The plain file is coded last, only as far as it takes to know which of
+// the two is smaller.
 std::vector<std::uint8_t> EncodeSmallest(const GifAnimation& animation, bool plainOnly) {
-  std::vector<std::uint8_t> plain = GifEncode(animation);
   GifAnimation optimised;
-  if (plainOnly || GifOptimise(animation, &optimised) == 0) return plain;
+  if (plainOnly || GifOptimise(animation, &optimised) == 0) return GifEncode(animation);
   std::vector<std::uint8_t> smaller = GifEncode(optimised);
+  std::vector<std::uint8_t> plain = GifEncode(animation, smaller.size());
   return smaller.size() < plain.size() ? smaller : plain;
 }
 

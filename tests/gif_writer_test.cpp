@@ -68,6 +68,24 @@ TEST(GifLzw, EndCodeFollowsTheDecodersWidthAtEveryLength) {
   }
 }
 
+TEST(GifLzw, StopsOncePastItsLimitAndCodesInFullWithinIt) {
+  std::vector<std::uint8_t> noise = TestNoise(30000, 64, 3);
+  std::vector<std::uint8_t> full = GifLzwEncode(noise.data(), noise.size(), 6);
+  std::vector<std::uint8_t> cut = GifLzwEncode(noise.data(), noise.size(), 6, full.size() / 2);
+  EXPECT_GT(cut.size(), full.size() / 2);
+  EXPECT_LT(cut.size(), full.size());
+  EXPECT_EQ(GifLzwEncode(noise.data(), noise.size(), 6, full.size()), full);
+
+  // The whole file likewise; a table left by a wider image does not leak
+  // into the next one.
+  GifAnimation animation = SmallAnimation(8, {{200, 150, TestNoise(30000, 256, 4), 5, -1, kGifDisposalKeep},
+                                              {200, 150, noise, 5, -1, kGifDisposalKeep}});
+  std::vector<std::uint8_t> file = GifEncode(animation);
+  EXPECT_GT(GifEncode(animation, file.size() / 2).size(), file.size() / 2);
+  EXPECT_EQ(GifEncode(animation, file.size()), file);
+  EXPECT_EQ(TestGifParse(file).frames.at(1).indices, noise);
+}
+
 TEST(GifEncode, WritesHeaderLoopCommentAndFramesWithTheirControls) {
   GifAnimation animation = SmallAnimation(4, {{4, 3, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 15}, 7, -1, kGifDisposalKeep},
                                               {3, 2, {1, 1, 1, 2, 2, 2}, 70000, 2, kGifDisposalBackground}});
