@@ -20,12 +20,12 @@ struct PlainRemap {
 int LuminanceBit(const std::uint8_t* rgb) { return Luminance(rgb[0], rgb[1], rgb[2]) < kOneBitLimit ? 0 : 1; }
 
 void FindWhiteAndBlack(PlainRemap* remap) {
-  const ColourSearch& search = remap->search;
+  ColourSearch& search = remap->search;
   if (search.fastRemap != 0) {
     remap->whiteIndex = PaletteFindExact(search.palette, search.colours, 255, 255, 255);
-    if (remap->whiteIndex < 0) remap->whiteIndex = search.table[32767];
+    if (remap->whiteIndex < 0) remap->whiteIndex = ColourTableNearest(search.table, 32767);
     remap->blackIndex = PaletteFindExact(search.palette, search.colours, 0, 0, 0);
-    if (remap->blackIndex < 0) remap->blackIndex = search.table[0];
+    if (remap->blackIndex < 0) remap->blackIndex = ColourTableNearest(search.table, 0);
   } else {
     remap->whiteIndex = NearestColour(255, 255, 255, search.palette, search.colours);
     remap->blackIndex = NearestColour(0, 0, 0, search.palette, search.colours);

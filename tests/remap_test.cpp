@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -51,31 +52,44 @@ TEST(NearestColour, WeighsGreenMostBreaksTiesLowAndNeverPicksTheBlackTailOfAShor
   EXPECT_EQ(Remapped(RemapPlain, MakeBitmap(2, 1, {Rgb(9, 9, 9), Grey(250)}), windows, 4, 256), (Pixels{0, 15}));
 }
 
-// The table is built by a pruned search and kept from one palette to the
-// next; every entry must still be NearestColour's answer, for palettes one
-// after another: noise, runs of one red, repeated colours, one colour and a
-// palette whose tail repeats black.
-TEST(ColourSearch, TableIsNearestColourForEveryEntryWhicheverPaletteCameBefore) {
-  std::vector<std::vector<std::uint8_t>> palettes;
+// The table's cells are searched on first use and kept from one palette to
+// the next. For palettes one after another (noise, runs of one red, repeated
+// colours, one colour, a tail that repeats black, every grey so that cells
+// hold several colours), a pixel must find the first exact entry, else its
+// cell's NearestColour, whichever cells earlier pixels filled.
+TEST(ColourSearch, FindsTheFirstExactEntryElseTheCellsNearestWhicheverPaletteCameBefore) {
   std::uint32_t seed = 7;
   auto next = [&seed] { return static_cast<std::uint8_t>((seed = seed * 1103515245u + 12345u) >> 16); };
-  std::vector<std::uint8_t> noise(768), sameRed(768), repeats(768), single(768, 0);
+  std::vector<std::uint8_t> noise(768), sameRed(768), repeats(768), single(768, 0), greys(768);
   for (int i = 0; i < 768; ++i) noise[i] = next();
   for (int i = 0; i < 768; ++i) sameRed[i] = i % 3 == 0 ? 128 : next();
   for (int i = 0; i < 768; ++i) repeats[i] = noise[i % 24];
+  for (int i = 0; i < 768; ++i) greys[i] = static_cast<std::uint8_t>(255 - i / 3);
   single[0] = 200, single[1] = 10, single[2] = 90;
   struct Case {
     const std::vector<std::uint8_t>* palette;
     int colours;
   };
-  static ColourSearch search;  // too large for the stack of a test
+  auto nearestToCell = [](int key, const std::uint8_t* palette, int colours) {
+    return NearestColour((key & 31) * 8, (key >> 5 & 31) * 8, (key >> 10 & 31) * 8, palette, colours);
+  };
+  ColourSearch search;
   for (Case run : {Case{&noise, 256}, Case{&sameRed, 256}, Case{&repeats, 64}, Case{&noise, 37}, Case{&single, 1},
-                   Case{&noise, 256}, Case{&single, 256}}) {
-    ColourSearchInit(&search, run.palette->data(), run.colours, 1);
+                   Case{&noise, 256}, Case{&single, 256}, Case{&greys, 200}}) {
+    const std::uint8_t* palette = run.palette->data();
+    ColourSearchInit(&search, palette, run.colours, 1);
     int wrong = 0;
+    for (int i = 0; i < 256; ++i) {
+      for (int step : {0, 1, -1, 3}) {
+        int rgb[3];
+        for (int c = 0; c < 3; ++c) rgb[c] = std::clamp(palette[i * 3 + c] + (c == 1 ? step : 0), 0, 255);
+        int exact = PaletteFindExact(palette, run.colours, rgb[0], rgb[1], rgb[2]);
+        int wanted = exact >= 0 ? exact : nearestToCell(ColourLookupKey(rgb[0], rgb[1], rgb[2]), palette, run.colours);
+        wrong += ColourSearchFind(&search, rgb[0], rgb[1], rgb[2]) != wanted;
+      }
+    }
     for (int key = 0; key < 32768; ++key)
-      wrong += search.table[key] != NearestColour((key & 31) * 8, (key >> 5 & 31) * 8, (key >> 10 & 31) * 8,
-                                                  run.palette->data(), run.colours);
+      wrong += ColourTableNearest(search.table, key) != nearestToCell(key, palette, run.colours);
     EXPECT_EQ(wrong, 0) << run.colours << " colours";
   }
 }
