@@ -16,7 +16,9 @@ struct LastTable {
 };
 LastTable gLastTable;
 
-int ExactSlot(std::int32_t colour) { return static_cast<int>((static_cast<std::uint32_t>(colour) * 2654435761u) >> 22); }
+int ExactSlot(std::int32_t colour) {
+  return static_cast<int>((static_cast<std::uint32_t>(colour) * 2654435761u) >> 22);
+}
 
 void BuildExactHash(ColourTable* table) {
   std::fill(table->exactColour, table->exactColour + kExactSlots, -1);
@@ -116,7 +118,7 @@ ColourChoice ColourSearchNearest(ColourSearch* search, int red, int green, int b
   std::int32_t colour = ColourPack(red, green, blue);
   if (colour != search->lastColour) {
     search->lastColour = colour;
-    search->lastChoice = ChoiceOf(search->palette, NearestColour(red, green, blue, search->palette, search->colours));
+    search->lastChoice = ChoiceOf(search->palette, NearestEntry(search->table, red, green, blue));
   }
   return search->lastChoice;
 }
@@ -156,7 +158,9 @@ void ColourSearchInit(ColourSearch* search, const std::uint8_t* palette, int col
   search->colours = colours;
   search->fastRemap = fastRemap;
   ColourTable* table = &gLastTable.table;
-  if (!gLastTable.valid || table->colours != colours || std::memcmp(table->palette, palette, sizeof table->palette) != 0) {
+  bool same = gLastTable.valid && table->colours == colours &&
+              std::memcmp(table->palette, palette, sizeof table->palette) == 0;
+  if (!same) {
     TableReset(table, palette, colours);
     gLastTable.valid = true;
   }

@@ -18,7 +18,9 @@ constexpr int kExactSlots = 1024;  // open addressing, at most 256 entries in us
 // as ColourPack below.
 using ColourChoice = std::uint32_t;
 inline int ChoiceIndex(ColourChoice choice) { return static_cast<int>(choice >> 24); }
-inline int ChoiceComponent(ColourChoice choice, int component) { return static_cast<int>(choice >> component * 8 & 0xFF); }
+inline int ChoiceComponent(ColourChoice choice, int component) {
+  return static_cast<int>(choice >> component * 8 & 0xFF);
+}
 
 // State bits of a cell of the 15-bit table.
 constexpr std::uint8_t kCellUnfilled = 1;    // the nearest entry is not searched yet

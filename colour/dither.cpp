@@ -98,51 +98,72 @@ void FillTrueColour(const DibHead* source, DibHead* work) {
   }
 }
 
-// Each share is a 32-bit product shifted right by 4, and the cells are 16
-// bits wide. Sums are taken in int and cut to 16 bits where a cell is read or
-// stored: addition modulo 2^16 does not depend on the order of the shares.
+// Each share is a 32-bit product shifted right by 4, added to a 16-bit
+// cell. An error is at most 255 either way, so no cell, nor a cell plus its
+// pixel and the share from the left, ever leaves a few hundred: sums are
+// taken in int and the cells never wrap.
 std::int16_t Cell16(int value) { return static_cast<std::int16_t>(value); }
 
-// One stored row of the diffusion, its cells in the row's own channel order.
-// wanted holds each pixel's colour plus the shares the row under it left;
-// above gets the shares this row leaves, every cell of it written. The share
-// for the right-hand neighbour, which the next pixel waits for, stays in
-// registers.
+// What one row's walk carries from pixel to pixel.
+struct RowWalk {
+  int right[3];  // 7/16 of the last error, for the pixel to the right
+  std::int32_t lastColour;
+  ColourChoice lastChoice;
+};
+
+// One pixel of a stored row, its cells in the row's own channel order. The
+// share for the right-hand neighbour, which the next pixel waits for, stays
+// in registers; the row above gets its first share for the cell at x + 1 and
+// adds to those at x and, from column 2 on, x - 1.
+template <bool kStoredBgr, bool kLowerLeft>
+[[gnu::always_inline]] inline void DiffusePixel(RowWalk& walk, int x, const std::int16_t* wanted, std::int16_t* above,
+                                                ColourSearch* search, bool fast, ColourTable* table,
+                                                std::uint8_t* indexes) {
+  constexpr int kAt[3] = {kStoredBgr ? 2 : 0, 1, kStoredBgr ? 0 : 2};  // cell of red, green, blue
+  const int cell = x * 3;
+  int clamped[3];
+#pragma GCC unroll 3
+  for (int c = 0; c < 3; ++c) clamped[c] = std::clamp<int>(wanted[cell + kAt[c]] + walk.right[c], 0, 255);
+  std::int32_t colour = ColourPack(clamped[0], clamped[1], clamped[2]);
+  if (colour != walk.lastColour) {
+    walk.lastColour = colour;
+    walk.lastChoice = fast ? ColourTableChoose(table, clamped[0], clamped[1], clamped[2])
+                           : ColourSearchNearest(search, clamped[0], clamped[1], clamped[2]);
+  }
+  indexes[x] = static_cast<std::uint8_t>(ChoiceIndex(walk.lastChoice));
+#pragma GCC unroll 3
+  for (int c = 0; c < 3; ++c) {
+    int e = clamped[c] - ChoiceComponent(walk.lastChoice, c);
+    int k = cell + kAt[c];
+    walk.right[c] = 7 * e >> 4;
+    above[k + 3] = Cell16(e >> 4);
+    above[k] = Cell16(above[k] + (5 * e >> 4));
+    if (kLowerLeft) above[k - 3] = Cell16(above[k - 3] + (3 * e >> 4));
+  }
+}
+
+// One stored row of the diffusion. wanted holds each pixel's colour plus the
+// shares the row under it left; above gets the shares this row leaves, every
+// cell of it written. Columns 0 and 1 give up the lower-left share.
 template <bool kStoredBgr>
 void DiffuseRow(const std::int16_t* wanted, int width, std::int16_t* above, ColourSearch* search,
                 std::uint8_t* indexes) {
-  constexpr int kAt[3] = {kStoredBgr ? 2 : 0, 1, kStoredBgr ? 0 : 2};  // cell of red, green, blue
-  int right[3] = {0, 0, 0};  // 7/16 for the pixel to the right
-  std::int32_t lastColour = -1;
-  ColourChoice lastChoice = 0;
+  RowWalk walk{{0, 0, 0}, -1, 0};
+  // Read once: the index bytes written below could alias them.
+  const bool fast = search->fastRemap != 0;
+  ColourTable* const table = search->table;
   for (int c = 0; c < 3; ++c) above[c] = 0;
-  for (int x = 0; x < width; ++x) {
-    const int cell = x * 3;
-    int clamped[3];
-#pragma GCC unroll 3
-    for (int c = 0; c < 3; ++c) clamped[c] = std::clamp<int>(Cell16(wanted[cell + kAt[c]] + right[c]), 0, 255);
-    std::int32_t colour = ColourPack(clamped[0], clamped[1], clamped[2]);
-    if (colour != lastColour) {
-      lastColour = colour;
-      lastChoice = ColourSearchChoose(search, clamped[0], clamped[1], clamped[2]);
-    }
-    indexes[x] = static_cast<std::uint8_t>(ChoiceIndex(lastChoice));
-#pragma GCC unroll 3
-    for (int c = 0; c < 3; ++c) {
-      int e = clamped[c] - ChoiceComponent(lastChoice, c);
-      int k = cell + kAt[c];
-      right[c] = 7 * e >> 4;
-      above[k + 3] = Cell16(e >> 4);  // the first share of the cell at x + 1
-      above[k] = Cell16(above[k] + (5 * e >> 4));
-      if (x >= 2) above[k - 3] = Cell16(above[k - 3] + (3 * e >> 4));  // columns 0 and 1 give it up
-    }
-  }
+  int x = 0;
+  for (; x < width && x < 2; ++x)
+    DiffusePixel<kStoredBgr, false>(walk, x, wanted, above, search, fast, table, indexes);
+  for (; x < width; ++x) DiffusePixel<kStoredBgr, true>(walk, x, wanted, above, search, fast, table, indexes);
 }
 
 // Indexes into a 4-bit row, high nibble first.
 void PackNibbles(const std::uint8_t* indexes, int width, std::uint8_t* row) {
-  for (int x = 0; x + 1 < width; x += 2) row[x >> 1] = static_cast<std::uint8_t>((indexes[x] & 0x0F) << 4 | (indexes[x + 1] & 0x0F));
-  if (width % 2 != 0) row[width >> 1] = static_cast<std::uint8_t>((indexes[width - 1] & 0x0F) << 4 | (row[width >> 1] & 0x0F));
+  auto nibble = [indexes](int x) { return indexes[x] & 0x0F; };
+  for (int x = 0; x + 1 < width; x += 2) row[x >> 1] = static_cast<std::uint8_t>(nibble(x) << 4 | nibble(x + 1));
+  if (width % 2 != 0) row[width >> 1] = static_cast<std::uint8_t>(nibble(width - 1) << 4 | (row[width >> 1] & 0x0F));
 }
 
 // Two rows of error cells, three per pixel and one pixel more; a row of
@@ -158,11 +179,12 @@ void DiffuseMultiBit(const DibHead* rows, bool storedBgr, DibHead* target, Colou
                      DiffusionBuffers* buffers) {
   int width = rows->biWidth;
   int cells = width * 3;
+  int targetStride = DibStride(target->biBitCount, width);
   std::int16_t* current = buffers->errors[0].get();
   std::int16_t* above = buffers->errors[1].get();
   for (int stored = 0; stored < rows->biHeight; ++stored) {
     const std::uint8_t* row = DibRows(rows) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
-    std::uint8_t* targetRow = DibRows(target) + static_cast<std::ptrdiff_t>(stored) * DibStride(target->biBitCount, width);
+    std::uint8_t* targetRow = DibRows(target) + static_cast<std::ptrdiff_t>(stored) * targetStride;
     bool bytes = target->biBitCount == 8;
     std::uint8_t* indexes = bytes ? targetRow : buffers->indexes.get();
     for (int i = 0; i < cells; ++i) current[i] = Cell16(current[i] + row[i]);

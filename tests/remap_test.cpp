@@ -56,7 +56,8 @@ TEST(NearestColour, WeighsGreenMostBreaksTiesLowAndNeverPicksTheBlackTailOfAShor
 // the next. For palettes one after another (noise, runs of one red, repeated
 // colours, one colour, a tail that repeats black, every grey so that cells
 // hold several colours), a pixel must find the first exact entry, else its
-// cell's NearestColour, whichever cells earlier pixels filled.
+// cell's NearestColour, whichever cells earlier pixels filled; with FastRemap
+// off, its own NearestColour.
 TEST(ColourSearch, FindsTheFirstExactEntryElseTheCellsNearestWhicheverPaletteCameBefore) {
   std::uint32_t seed = 7;
   auto next = [&seed] { return static_cast<std::uint8_t>((seed = seed * 1103515245u + 12345u) >> 16); };
@@ -75,9 +76,11 @@ TEST(ColourSearch, FindsTheFirstExactEntryElseTheCellsNearestWhicheverPaletteCam
   };
   ColourSearch search;
   for (Case run : {Case{&noise, 256}, Case{&sameRed, 256}, Case{&repeats, 64}, Case{&noise, 37}, Case{&single, 1},
-                   Case{&noise, 256}, Case{&single, 256}, Case{&greys, 200}}) {
+                   Case{&noise, 256}, Case{&single, 256}, Case{&greys, 200}, Case{&noise, 0}}) {
     const std::uint8_t* palette = run.palette->data();
     ColourSearchInit(&search, palette, run.colours, 1);
+    ColourSearch exactSearch;  // FastRemap off: NearestColour on the pixel itself
+    ColourSearchInit(&exactSearch, palette, run.colours, 0);
     int wrong = 0;
     for (int i = 0; i < 256; ++i) {
       for (int step : {0, 1, -1, 3}) {
@@ -86,6 +89,8 @@ TEST(ColourSearch, FindsTheFirstExactEntryElseTheCellsNearestWhicheverPaletteCam
         int exact = PaletteFindExact(palette, run.colours, rgb[0], rgb[1], rgb[2]);
         int wanted = exact >= 0 ? exact : nearestToCell(ColourLookupKey(rgb[0], rgb[1], rgb[2]), palette, run.colours);
         wrong += ColourSearchFind(&search, rgb[0], rgb[1], rgb[2]) != wanted;
+        wrong += ColourSearchFind(&exactSearch, rgb[0], rgb[1], rgb[2]) !=
+                 NearestColour(rgb[0], rgb[1], rgb[2], palette, run.colours);
       }
     }
     for (int key = 0; key < 32768; ++key)
