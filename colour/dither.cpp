@@ -104,33 +104,44 @@ void FillTrueColour(const DibHead* source, DibHead* work) {
 // taken in int and the cells never wrap.
 std::int16_t Cell16(int value) { return static_cast<std::int16_t>(value); }
 
-// What one row's walk carries from pixel to pixel.
+// One stored row's walk: its pixels, the cells of the row under it and of
+// the row above, all in the row's own channel order, and what passes from
+// pixel to pixel. The search's fields are read once, since the index bytes
+// written could alias them.
 struct RowWalk {
+  const std::uint8_t* row;
+  const std::int16_t* below;  // the shares the row under this one left
+  std::int16_t* above;        // the shares this row leaves, every cell written
+  std::uint8_t* indexes;
+  ColourSearch* search;
+  bool fast;
+  ColourTable* table;
   int right[3];  // 7/16 of the last error, for the pixel to the right
   std::int32_t lastColour;
   ColourChoice lastChoice;
 };
 
-// One pixel of a stored row, its cells in the row's own channel order. The
-// share for the right-hand neighbour, which the next pixel waits for, stays
-// in registers; the row above gets its first share for the cell at x + 1 and
-// adds to those at x and, from column 2 on, x - 1.
+// One pixel. The share for the right-hand neighbour, which the next pixel
+// waits for, stays in registers; the row above gets its first share for the
+// cell at x + 1 and adds to those at x and, from column 2 on, x - 1.
 template <bool kStoredBgr, bool kLowerLeft>
-[[gnu::always_inline]] inline void DiffusePixel(RowWalk& walk, int x, const std::int16_t* wanted, std::int16_t* above,
-                                                ColourSearch* search, bool fast, ColourTable* table,
-                                                std::uint8_t* indexes) {
+[[gnu::always_inline]] inline void DiffusePixel(RowWalk& walk, int x) {
   constexpr int kAt[3] = {kStoredBgr ? 2 : 0, 1, kStoredBgr ? 0 : 2};  // cell of red, green, blue
   const int cell = x * 3;
   int clamped[3];
 #pragma GCC unroll 3
-  for (int c = 0; c < 3; ++c) clamped[c] = std::clamp<int>(wanted[cell + kAt[c]] + walk.right[c], 0, 255);
+  for (int c = 0; c < 3; ++c) {
+    int k = cell + kAt[c];
+    clamped[c] = std::clamp<int>(walk.row[k] + walk.below[k] + walk.right[c], 0, 255);
+  }
   std::int32_t colour = ColourPack(clamped[0], clamped[1], clamped[2]);
   if (colour != walk.lastColour) {
     walk.lastColour = colour;
-    walk.lastChoice = fast ? ColourTableChoose(table, clamped[0], clamped[1], clamped[2])
-                           : ColourSearchNearest(search, clamped[0], clamped[1], clamped[2]);
+    walk.lastChoice = walk.fast ? ColourTableChoose(walk.table, clamped[0], clamped[1], clamped[2])
+                                : ColourSearchNearest(walk.search, clamped[0], clamped[1], clamped[2]);
   }
-  indexes[x] = static_cast<std::uint8_t>(ChoiceIndex(walk.lastChoice));
+  walk.indexes[x] = static_cast<std::uint8_t>(ChoiceIndex(walk.lastChoice));
+  std::int16_t* above = walk.above;
 #pragma GCC unroll 3
   for (int c = 0; c < 3; ++c) {
     int e = clamped[c] - ChoiceComponent(walk.lastChoice, c);
@@ -142,21 +153,13 @@ template <bool kStoredBgr, bool kLowerLeft>
   }
 }
 
-// One stored row of the diffusion. wanted holds each pixel's colour plus the
-// shares the row under it left; above gets the shares this row leaves, every
-// cell of it written. Columns 0 and 1 give up the lower-left share.
+// Columns 0 and 1 give up the lower-left share.
 template <bool kStoredBgr>
-void DiffuseRow(const std::int16_t* wanted, int width, std::int16_t* above, ColourSearch* search,
-                std::uint8_t* indexes) {
-  RowWalk walk{{0, 0, 0}, -1, 0};
-  // Read once: the index bytes written below could alias them.
-  const bool fast = search->fastRemap != 0;
-  ColourTable* const table = search->table;
-  for (int c = 0; c < 3; ++c) above[c] = 0;
+void DiffuseRow(RowWalk walk, int width) {
+  for (int c = 0; c < 3; ++c) walk.above[c] = 0;
   int x = 0;
-  for (; x < width && x < 2; ++x)
-    DiffusePixel<kStoredBgr, false>(walk, x, wanted, above, search, fast, table, indexes);
-  for (; x < width; ++x) DiffusePixel<kStoredBgr, true>(walk, x, wanted, above, search, fast, table, indexes);
+  for (; x < width && x < 2; ++x) DiffusePixel<kStoredBgr, false>(walk, x);
+  for (; x < width; ++x) DiffusePixel<kStoredBgr, true>(walk, x);
 }
 
 // Indexes into a 4-bit row, high nibble first.
@@ -178,20 +181,19 @@ struct DiffusionBuffers {
 void DiffuseMultiBit(const DibHead* rows, bool storedBgr, DibHead* target, ColourSearch* search,
                      DiffusionBuffers* buffers) {
   int width = rows->biWidth;
-  int cells = width * 3;
   int targetStride = DibStride(target->biBitCount, width);
-  std::int16_t* current = buffers->errors[0].get();
+  std::int16_t* below = buffers->errors[0].get();
   std::int16_t* above = buffers->errors[1].get();
   for (int stored = 0; stored < rows->biHeight; ++stored) {
     const std::uint8_t* row = DibRows(rows) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
     std::uint8_t* targetRow = DibRows(target) + static_cast<std::ptrdiff_t>(stored) * targetStride;
     bool bytes = target->biBitCount == 8;
     std::uint8_t* indexes = bytes ? targetRow : buffers->indexes.get();
-    for (int i = 0; i < cells; ++i) current[i] = Cell16(current[i] + row[i]);
-    if (storedBgr) DiffuseRow<true>(current, width, above, search, indexes);
-    else DiffuseRow<false>(current, width, above, search, indexes);
+    RowWalk walk{row, below, above, indexes, search, search->fastRemap != 0, search->table, {0, 0, 0}, -1, 0};
+    if (storedBgr) DiffuseRow<true>(walk, width);
+    else DiffuseRow<false>(walk, width);
     if (!bytes) PackNibbles(indexes, width, targetRow);
-    std::swap(current, above);
+    std::swap(below, above);
   }
 }
 

@@ -171,6 +171,60 @@ TEST(RemapDithered, OneBitColumnZeroSpillsIntoTheLastByteOfItsOwnRow) {
   EXPECT_EQ(Pixels(bits.begin() + 4, bits.end()), (Pixels{0, 1, 0, 1}));
 }
 
+// The multi-bit diffusion written as plainly as it can be: 16-bit error
+// rows with slack, each share added where it lands, in order, and the fast
+// rule for each pixel. Pixels are given and returned top row first.
+Pixels PlainDither(const Pixels& pixels, int width, int height, const Palette& palette, int colours) {
+  std::vector<std::int16_t> current(width * 3 + 512), next(width * 3 + 512);
+  Pixels indexes(pixels.size());
+  for (int stored = 0; stored < height; ++stored) {
+    const int y = height - 1 - stored;
+    const bool above = stored + 1 < height;
+    for (int i = 0; i < width * 3; ++i) current[i] += pixels[y * width + i / 3] >> (i % 3 * 8) & 0xFF;
+    for (int x = 0; x < width; ++x) {
+      int v[3];
+      for (int c = 0; c < 3; ++c) v[c] = std::clamp<int>(current[x * 3 + c], 0, 255);
+      int index = PaletteFindExact(palette.data(), colours, v[0], v[1], v[2]);
+      if (index < 0) index = NearestColour(v[0] & ~7, v[1] & ~7, v[2] & ~7, palette.data(), colours);
+      indexes[y * width + x] = index;
+      for (int c = 0; c < 3; ++c) {
+        int e = v[c] - palette[index * 3 + c];
+        if (x + 1 < width) current[(x + 1) * 3 + c] += 7 * e >> 4;
+        if (x >= 2 && above) next[(x - 1) * 3 + c] += 3 * e >> 4;
+        if (x + 1 < width && above) next[(x + 1) * 3 + c] += e >> 4;
+        if (above) next[x * 3 + c] += 5 * e >> 4;
+      }
+    }
+    current = next;
+    std::fill(next.begin(), next.end(), 0);
+  }
+  return indexes;
+}
+
+// Noise over 60 colours, some of them in the palette, dithered at 8 and 4
+// bits from a 24-bit source and from an 8-bit one with a colour table.
+TEST(RemapDithered, MultiBitMatchesThePlainDiffusionFromTrueColourAndIndexedSources) {
+  std::uint32_t seed = 11;
+  auto next = [&seed] { return static_cast<int>((seed = seed * 1103515245u + 12345u) >> 16 & 0xFF); };
+  Palette sourceTable{}, palette{};
+  for (std::uint8_t& byte : sourceTable) byte = static_cast<std::uint8_t>(next());
+  for (std::uint8_t& byte : palette) byte = static_cast<std::uint8_t>(next());
+  std::copy(sourceTable.begin(), sourceTable.begin() + 30, palette.begin() + 12);  // ten exact colours
+  const int width = 13, height = 7;
+  Pixels table(width * height), colours(width * height);
+  for (int i = 0; i < width * height; ++i) {
+    table[i] = next() % 60;
+    colours[i] = Rgb(sourceTable[table[i] * 3], sourceTable[table[i] * 3 + 1], sourceTable[table[i] * 3 + 2]);
+  }
+  for (auto [depth, entries] : {std::pair{8, 200}, std::pair{4, 16}}) {
+    Pixels plain = PlainDither(colours, width, height, palette, entries);
+    EXPECT_EQ(Remapped(RemapDithered, MakeBitmap(width, height, colours), palette, depth, entries), plain) << depth;
+    EXPECT_EQ(Remapped(RemapDithered, MakeBitmap(width, height, table, 8, sourceTable.data()), palette, depth, entries),
+              plain)
+        << depth;
+  }
+}
+
 TEST(RemapDithered, ColumnsZeroAndOneGiveUpTheLowerLeftShareAndExactColoursStayExact) {
   // Error 100 at column 1 of the bottom row sends nothing up-left, so the 120
   // above-left stays black; the same error from column 2 adds 18 and makes it white.
