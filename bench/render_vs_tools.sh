@@ -10,6 +10,10 @@
 #
 # Below 1 the render, reduction and encoding together take less time than
 # the tool takes for reduction and encoding alone.
+#
+# With BASELINE naming another build's lwmotio3 (an older commit built in a
+# worktree), its default render is timed in the same run and the speed-up
+# shown:  BASELINE=/tmp/old/build/native/lwmotio3 bench/render_vs_tools.sh
 set -eu
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -46,6 +50,7 @@ median_times() {
 }
 
 ours=$(median_times "$renderer" render --ini settings.ini -o ours.gif)
+[ -z "${BASELINE:-}" ] || baseline=$(median_times "$BASELINE" render --ini settings.ini -o baseline.gif)
 plain=$(median_times "$renderer" render --ini settings.ini --plain -o plain.gif)
 ffmpeg=$(median_times ffmpeg -v error -y -framerate "$rate" -i frames/frame-%04d.png \
   -filter_complex "[0:v]split[a][b];[a]palettegen[p];[b][p]paletteuse=dither=floyd_steinberg" ffmpeg.gif)
@@ -67,4 +72,9 @@ set -- $ffmpeg
 echo "render / ffmpeg:   wall $(ratio "$o_wall" "$1"), processor $(ratio "$o_cpu" "$2")"
 set -- $magick
 echo "render / convert:  wall $(ratio "$o_wall" "$1"), processor $(ratio "$o_cpu" "$2")"
+if [ -n "${BASELINE:-}" ]; then
+  line "baseline render" "$baseline"
+  set -- $baseline
+  echo "speed-up over the baseline: wall $(ratio "$1" "$o_wall"), processor $(ratio "$2" "$o_cpu")"
+fi
 echo "sizes: ours $(wc -c <ours.gif), plain $(wc -c <plain.gif), ffmpeg $(wc -c <ffmpeg.gif), convert $(wc -c <magick.gif) bytes"

@@ -1,6 +1,7 @@
 #include "effects/simple.h"
 
-#include <vector>
+#include <memory>
+#include <new>
 
 #include "effects/text_frame.h"
 #include "plugin/host_call.h"
@@ -88,8 +89,9 @@ int SimpleBuild(EffectContext* context) {
   MemFree(still);
   if (sized == 0) return 0;
 
-  std::vector<ScrollStep> steps(frames);
-  int count = SimpleScrollPlan(direction, width, height, frames, steps.data());
+  std::unique_ptr<ScrollStep[]> steps(new (std::nothrow) ScrollStep[static_cast<std::size_t>(frames)]);
+  if (steps == nullptr) return 0;
+  int count = SimpleScrollPlan(direction, width, height, frames, steps.get());
   bool vertical = direction == 0 || direction == 3;
   for (int i = 0; i < count; ++i) {
     extra.scrollX = vertical ? 0 : steps[i].offset;

@@ -6,6 +6,7 @@
 
 #include "host/cli.h"
 #include "host/cli_output.h"
+#include "host/interrupt_cleanup.h"
 
 namespace {
 
@@ -40,6 +41,7 @@ int PrintUsage() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  InterruptCleanupInstall();
   if (argc < 2) return CliUsage("", "no command given");
   if (std::strcmp(argv[1], "--help") == 0 || std::strcmp(argv[1], "-h") == 0) return PrintUsage();
   if (std::strcmp(argv[1], "--version") == 0) {

@@ -19,6 +19,7 @@
 #include "host/file_checks.h"
 #include "host/font_match.h"
 #include "host/frames_folder.h"
+#include "host/interrupt_cleanup.h"
 #include "host/png_writer.h"
 #include "host/reference_host.h"
 #include "host/render_setup.h"
@@ -243,6 +244,17 @@ int WriteFrameFiles(FrameList* frames, const std::string& staging, const std::st
   return written ? 1 : 0;
 }
 
+// The frame files into the staging folder, moved into place when complete
+// and removed otherwise, also when the process is interrupted meanwhile.
+int WriteStagedFrames(FrameList* frames, const std::string& staging, const std::string& folder) {
+  std::string error;
+  InterruptCleanupWatchFolder(staging);
+  bool written = WriteFrameFiles(frames, staging, folder, &error) && FramesFolderCommit(staging, folder, &error);
+  if (!written) FramesFolderAbandon(staging);
+  InterruptCleanupRelease();
+  return written ? kExitSuccess : CliFail(kCommand, error);
+}
+
 // The effect's build callback alone, its frames written as PNG files.
 int WriteFrames(const ControlsSnapshot& snapshot, HostRecord* host, const EffectEntry& effect,
                 const std::string& folder) {
@@ -258,9 +270,7 @@ int WriteFrames(const ControlsSnapshot& snapshot, HostRecord* host, const Effect
   int status = kExitSuccess;
   if (built == 0 || frames.count < 1) status = RunFailed(snapshot, "the effect made no frames");
   else if (!FramesFolderBegin(folder, &staging, &error)) status = CliFail(kCommand, error);
-  else if (!WriteFrameFiles(&frames, staging, folder, &error)) status = CliFail(kCommand, error);
-  else if (!FramesFolderCommit(staging, folder, &error)) status = CliFail(kCommand, error);
-  if (status != kExitSuccess && !staging.empty()) FramesFolderAbandon(staging);
+  else status = WriteStagedFrames(&frames, staging, folder);
   if (status == kExitSuccess && CliShowsStatus())
     std::fprintf(stderr, "wrote %d frames to %s\n", frames.count, folder.c_str());
   FrameListFree(&frames);

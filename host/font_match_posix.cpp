@@ -4,6 +4,7 @@
 #include <strings.h>
 
 #include "host/font_match.h"
+#include "raster/font_config_freetype.h"
 
 namespace {
 
@@ -21,20 +22,9 @@ bool HasFamily(FcPattern* match, const std::string& name, std::string* first) {
 
 int FontFamilyFound(const char* name, int bold, int italic, std::string* used) {
   used->clear();
-  FcConfig* config = FcInitLoadConfigAndFonts();
-  if (config == nullptr) return 1;  // nothing to compare with
-  FcPattern* pattern = FcPatternCreate();
-  FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name));
-  FcPatternAddInteger(pattern, FC_WEIGHT, bold != 0 ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
-  FcPatternAddInteger(pattern, FC_SLANT, italic != 0 ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
-  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
-  FcConfigSubstitute(config, pattern, FcMatchPattern);
-  FcDefaultSubstitute(pattern);
-  FcResult result = FcResultNoMatch;
-  FcPattern* match = FcFontMatch(config, pattern, &result);
-  FcPatternDestroy(pattern);
-  bool found = match == nullptr || HasFamily(match, name, used);
-  if (match != nullptr) FcPatternDestroy(match);
-  FcConfigDestroy(config);
+  FcPattern* match = nullptr;
+  if (FontConfigMatch(name, bold != 0, italic != 0, &match) != FontMatchResult::kMatched) return 1;  // nothing to compare with
+  bool found = HasFamily(match, name, used);
+  FcPatternDestroy(match);
   return found ? 1 : 0;
 }

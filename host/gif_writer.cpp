@@ -12,6 +12,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "host/interrupt_cleanup.h"
+
 namespace {
 
 constexpr int kLzwMaxBits = 12;
@@ -287,8 +289,16 @@ int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& pat
   std::error_code status;
   bool direct = std::filesystem::exists(target, status) && !std::filesystem::is_regular_file(target, status);
   std::string written = direct ? target : target + ".tmp";
+  // Made before the file exists, so that nothing after it allocates: the
+  // temporary file is then always either moved into place or removed.
+  const std::filesystem::path from = written;
+  const std::filesystem::path to = target;
+  if (!direct) InterruptCleanupWatchFile(written);
   std::FILE* file = std::fopen(written.c_str(), "wb");
-  if (file == nullptr) return 0;
+  if (file == nullptr) {
+    InterruptCleanupRelease();
+    return 0;
+  }
   bool complete = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
   int saved = errno;
   if (std::fclose(file) != 0 && complete) {
@@ -297,10 +307,11 @@ int GifWriteBytes(const std::vector<std::uint8_t>& bytes, const std::string& pat
   }
   if (direct) return complete ? 1 : ((errno = saved), 0);
   std::error_code renamed;
-  if (complete) std::filesystem::rename(written, target, renamed);
-  if (complete && !renamed) return 1;
-  std::error_code ignored;
-  std::filesystem::remove(written, ignored);
+  if (complete) std::filesystem::rename(from, to, renamed);
+  bool moved = complete && !renamed;
+  if (!moved) std::remove(written.c_str());
+  InterruptCleanupRelease();
+  if (moved) return 1;
   errno = complete ? renamed.value() : saved;
   return 0;
 }

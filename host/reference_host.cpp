@@ -96,7 +96,8 @@ void ReadIndices(const DibHead* head, const GifAnimation& animation, GifFrame* f
 }
 
 std::int64_t OpenTask(const TaskRecord* task, bool testRun) {
-  if (gHost.taskOpen || task == nullptr) return 0;
+  // Once memory has run out the run is failing, whatever call it hit.
+  if (gHost.taskOpen || task == nullptr || gHost.outOfMemory) return 0;
   if (gHost.outputPath.empty()) {
     ReportStatus("No output file was given; the task is refused.");
     return 0;
@@ -154,6 +155,7 @@ std::int64_t CloseTask(bool complete) {
   gHost.taskOpen = false;
   std::int64_t result = 1;
   if (complete) {
+    ReportStatus("Writing " + gHost.outputPath);  // optimising a long animation takes a while
     errno = 0;
     result = GifWriteBytes(EncodeSmallest(gHost.animation, gHost.plainOutput), gHost.outputPath);
     if (result != 0) gHost.filesWritten += 1;

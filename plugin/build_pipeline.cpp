@@ -11,6 +11,7 @@
 #include "dialogkit/string_texts.h"
 #include "plugin/host_call.h"
 #include "plugin/settings.h"
+#include "raster/gdi_command.h"
 
 namespace {
 
@@ -88,7 +89,9 @@ int RunEffect(BuildRun& run, const EffectEntry& effect) {
     context.dialog = run.dialog;
     context.frames = &run.frames;
     context.host = run.host;
-    if (effect.build(&context) == 0) return 0;
+    GdiTakeOutOfMemory();  // what a preview ran into is not this build's
+    // Frames made while the drawing service was short of memory may lack text.
+    if (effect.build(&context) == 0 || GdiTakeOutOfMemory()) return 0;
   }
   HostProgress(run.host, 0, 0);
   return run.frames.count >= 1 ? 1 : 0;

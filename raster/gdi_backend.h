@@ -12,6 +12,10 @@
 int GdiBackendStart(std::uint64_t* token);
 void GdiBackendStop(std::uint64_t token);
 
+// Whether memory ran out in the engine since the last call: a font, glyph or
+// picture that could not be made. Asking clears it.
+bool GdiBackendTakeOutOfMemory();
+
 struct GdiTextSession;
 
 // The font of the op and a surface to measure on; null if the engine is not

@@ -103,6 +103,8 @@ std::intptr_t GdiCommand(GdiOp* op) {
   return 0;
 }
 
+bool GdiTakeOutOfMemory() { return GdiBackendTakeOutOfMemory(); }
+
 GdiCanvas* GdiCanvasOpen(int width, int height) {
   return width > 0 && height > 0 ? GdiBackendCanvasOpen(width, height) : nullptr;
 }

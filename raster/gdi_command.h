@@ -120,6 +120,11 @@ struct GdiOp {
 // other picture: a DibHandle or 0. Start must come before any other operation, and stop after the last.
 std::intptr_t GdiCommand(GdiOp* op);
 
+// Whether memory ran out inside the drawing service since the last call, so
+// that text measured or drawn may be missing from what was made. Asking
+// clears it.
+bool GdiTakeOutOfMemory();
+
 // A canvas of width by height, or null. The block stays black until the close.
 GdiCanvas* GdiCanvasOpen(int width, int height);
 // Ends the drawing: the block of what was drawn, owned by the caller, or null

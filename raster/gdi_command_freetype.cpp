@@ -12,10 +12,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
-#include <string>
 #include <vector>
 
 #include "raster/code_page.h"
+#include "raster/font_config_freetype.h"
 #include "raster/gdi_backend.h"
 
 namespace {
@@ -23,7 +23,7 @@ namespace {
 constexpr int kDefaultCellHeight = 12;  // a font height of 0
 
 struct CachedFace {
-  std::string name;
+  char name[sizeof FontSpec{}.faceName + 1];  // as the font names it, ended by a zero
   bool bold;
   bool italic;
   FT_Face face;
@@ -50,12 +50,24 @@ constexpr int kGlyphCacheSize = 512;
 struct Engine {
   int users = 0;
   FT_Library library = nullptr;
-  FcConfig* config = nullptr;
   std::vector<CachedFace> faces;
   CachedGlyph glyphs[kGlyphCacheSize];
   int glyphCount = 0;
+  bool outOfMemory = false;  // since it was last asked
 };
 Engine g_engine;
+
+// True for a FreeType error; one that says memory ran out is noted.
+bool Failed(FT_Error error) {
+  if (error == FT_Err_Out_Of_Memory) g_engine.outOfMemory = true;
+  return error != 0;
+}
+
+// Null, noting that memory ran out.
+std::nullptr_t OutOfMemory() {
+  g_engine.outOfMemory = true;
+  return nullptr;
+}
 
 void GlyphCacheClear() {
   for (int i = 0; i < g_engine.glyphCount; ++i) delete[] g_engine.glyphs[i].bitmap.buffer;
@@ -74,7 +86,7 @@ CachedGlyph* GlyphFind(FT_Face face, FT_UInt glyph, FT_Int32 flags) {
   if (g_engine.glyphCount == kGlyphCacheSize) GlyphCacheClear();
   CachedGlyph& added = g_engine.glyphs[g_engine.glyphCount];
   added = CachedGlyph{face, face->size->metrics.x_scale, face->size->metrics.y_scale, glyph, flags, -1, false, {}, 0, 0};
-  if (FT_Load_Glyph(face, glyph, flags) == 0) added.advance = static_cast<int>((face->glyph->advance.x + 32) >> 6);
+  if (!Failed(FT_Load_Glyph(face, glyph, flags))) added.advance = static_cast<int>((face->glyph->advance.x + 32) >> 6);
   ++g_engine.glyphCount;
   return &added;
 }
@@ -83,14 +95,17 @@ CachedGlyph* GlyphFind(FT_Face face, FT_UInt glyph, FT_Int32 flags) {
 // it cannot be drawn.
 bool GlyphDraw(FT_Face face, CachedGlyph* cached, FT_Render_Mode mode) {
   if (cached->drawn) return true;
-  if (cached->advance < 0 || FT_Load_Glyph(face, cached->glyph, cached->flags) != 0 ||
-      FT_Render_Glyph(face->glyph, mode) != 0)
+  if (cached->advance < 0 || Failed(FT_Load_Glyph(face, cached->glyph, cached->flags)) ||
+      Failed(FT_Render_Glyph(face->glyph, mode)))
     return false;
   const FT_Bitmap& source = face->glyph->bitmap;
   std::size_t bytes = static_cast<std::size_t>(source.rows) * static_cast<unsigned>(std::abs(source.pitch));
   cached->bitmap = source;
   cached->bitmap.buffer = new (std::nothrow) unsigned char[bytes > 0 ? bytes : 1];
-  if (cached->bitmap.buffer == nullptr) return false;
+  if (cached->bitmap.buffer == nullptr) {
+    OutOfMemory();
+    return false;
+  }
   if (bytes > 0) std::memcpy(cached->bitmap.buffer, source.buffer, bytes);
   cached->left = face->glyph->bitmap_left;
   cached->top = face->glyph->bitmap_top;
@@ -98,43 +113,40 @@ bool GlyphDraw(FT_Face face, CachedGlyph* cached, FT_Render_Mode mode) {
   return true;
 }
 
-FT_Face OpenMatchingFace(const std::string& name, bool bold, bool italic) {
-  // Out of memory, fontconfig reports failure here rather than later.
-  FcPattern* pattern = FcPatternCreate();
-  if (pattern == nullptr) return nullptr;
-  if (!FcPatternAddString(pattern, FC_FAMILY, reinterpret_cast<const FcChar8*>(name.c_str())) ||
-      !FcPatternAddInteger(pattern, FC_WEIGHT, bold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR) ||
-      !FcPatternAddInteger(pattern, FC_SLANT, italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN) ||
-      !FcPatternAddBool(pattern, FC_SCALABLE, FcTrue) || !FcConfigSubstitute(g_engine.config, pattern, FcMatchPattern)) {
-    FcPatternDestroy(pattern);
-    return nullptr;
-  }
-  FcDefaultSubstitute(pattern);
-  FcResult result = FcResultNoMatch;
-  FcPattern* match = FcFontMatch(g_engine.config, pattern, &result);
-  FcPatternDestroy(pattern);
-  if (match == nullptr) return nullptr;
+FT_Face OpenMatchingFace(const char* name, bool bold, bool italic) {
+  FcPattern* match = nullptr;
+  FontMatchResult result = FontConfigMatch(name, bold, italic, &match);
+  if (result == FontMatchResult::kOutOfMemory) return OutOfMemory();
+  if (result == FontMatchResult::kNoFont) return nullptr;
 
   FT_Face face = nullptr;
   FcChar8* file = nullptr;
   int index = 0;
   if (FcPatternGetString(match, FC_FILE, 0, &file) == FcResultMatch) {
     FcPatternGetInteger(match, FC_INDEX, 0, &index);
-    if (FT_New_Face(g_engine.library, reinterpret_cast<const char*>(file), index, &face) != 0) face = nullptr;
+    if (Failed(FT_New_Face(g_engine.library, reinterpret_cast<const char*>(file), index, &face))) face = nullptr;
   }
   FcPatternDestroy(match);
   return face;
 }
 
+// A face that cannot be kept in the cache is closed again and not used: out
+// of memory, the text fails as a missing font does.
 FT_Face FindFace(const FontSpec& font) {
-  std::string name(font.faceName, strnlen(font.faceName, sizeof font.faceName));
-  bool bold = font.weight >= 600;
-  bool italic = font.italic != 0;
+  CachedFace wanted{{}, font.weight >= 600, font.italic != 0, nullptr, 0};
+  std::memcpy(wanted.name, font.faceName, strnlen(font.faceName, sizeof font.faceName));
   for (const CachedFace& cached : g_engine.faces)
-    if (cached.bold == bold && cached.italic == italic && cached.name == name) return cached.face;
-  FT_Face face = OpenMatchingFace(name, bold, italic);
-  if (face != nullptr) g_engine.faces.push_back({name, bold, italic, face, 0});
-  return face;
+    if (cached.bold == wanted.bold && cached.italic == wanted.italic && std::strcmp(cached.name, wanted.name) == 0)
+      return cached.face;
+  wanted.face = OpenMatchingFace(wanted.name, wanted.bold, wanted.italic);
+  if (wanted.face == nullptr) return nullptr;
+  try {
+    g_engine.faces.push_back(wanted);
+  } catch (const std::bad_alloc&) {
+    FT_Done_Face(wanted.face);
+    return OutOfMemory();
+  }
+  return wanted.face;
 }
 
 // The ascent and descent that Windows sizes a font by, in font units.
@@ -171,7 +183,7 @@ FT_Face SizedFace(const FontSpec& font, double* em) {
     if (cached.face != face) continue;
     if (cached.size == size) return face;
     cached.size = 0;
-    if (FT_Set_Char_Size(face, size, size, 72, 72) != 0) return nullptr;
+    if (Failed(FT_Set_Char_Size(face, size, size, 72, 72))) return nullptr;
     cached.size = size;
   }
   return face;
@@ -223,8 +235,7 @@ struct GdiTextSession {
 int GdiBackendStart(std::uint64_t* token) {
   if (g_engine.users == 0) {
     if (FT_Init_FreeType(&g_engine.library) != 0) return 0;
-    g_engine.config = FcInitLoadConfigAndFonts();
-    if (g_engine.config == nullptr) {
+    if (FontConfig() == nullptr) {
       FT_Done_FreeType(g_engine.library);
       return 0;
     }
@@ -234,21 +245,27 @@ int GdiBackendStart(std::uint64_t* token) {
   return 1;
 }
 
+bool GdiBackendTakeOutOfMemory() {
+  bool ran = g_engine.outOfMemory;
+  g_engine.outOfMemory = false;
+  return ran;
+}
+
 void GdiBackendStop(std::uint64_t token) {
   if (token != reinterpret_cast<std::uintptr_t>(&g_engine) || g_engine.users == 0 || --g_engine.users > 0) return;
   GlyphCacheClear();
   for (const CachedFace& cached : g_engine.faces) FT_Done_Face(cached.face);
   g_engine.faces.clear();
-  FcConfigDestroy(g_engine.config);
   FT_Done_FreeType(g_engine.library);
-  g_engine.config = nullptr;
   g_engine.library = nullptr;
 }
 
 GdiTextSession* GdiTextOpen(const GdiOp* op) {
   double em = 0;
   FT_Face face = SizedFace(GdiOpFont(op), &em);
-  return face != nullptr ? new GdiTextSession{face, em} : nullptr;
+  if (face == nullptr) return nullptr;
+  auto* session = new (std::nothrow) GdiTextSession{face, em};
+  return session != nullptr ? session : OutOfMemory();
 }
 
 void GdiTextClose(GdiTextSession* session) { delete session; }
@@ -269,7 +286,10 @@ DibHandle GdiTextPicture(GdiTextSession* session, const char* text, int width, i
   if (width < 1 || height < 1) return nullptr;
   DibHandle picture = DibNew(width, height, nullptr, 24);
   DibLock lock(picture);
-  if (lock.head == nullptr) return MemFree(picture);
+  if (lock.head == nullptr) {
+    MemFree(picture);
+    return OutOfMemory();
+  }
 
   FT_Face face = session->face;
   double ascent = 0;

@@ -99,6 +99,10 @@ int GdiBackendStart(std::uint64_t* token) {
 
 void GdiBackendStop(std::uint64_t token) { GdiplusShutdown(static_cast<ULONG_PTR>(token)); }
 
+// A picture GDI+ cannot make comes back null, which its caller already takes
+// for memory running out; nothing is left to report later.
+bool GdiBackendTakeOutOfMemory() { return false; }
+
 GdiTextSession* GdiTextOpen(const GdiOp* op) {
   auto* session = new GdiTextSession{GetDC(nullptr), nullptr, nullptr};
   LOGFONTA logfont = LogfontOf(GdiOpFont(op));

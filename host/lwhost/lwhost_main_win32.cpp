@@ -2,7 +2,7 @@
 // a Build hands over as an animated GIF. At the end it prints the host codes
 // it received and the plug-in's result.
 //
-//   lwhost [--plugin PATH] [--out FILE.gif] [--flags N]
+//   lwhost [--plugin PATH] [--out FILE.gif] [--flags N] [--plain]
 
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +22,7 @@ struct HostOptions {
   std::string plugin;
   std::string out = "lwmotio3.gif";
   unsigned flags = kHostFlagPaletteFormat;  // a GIF-like target by default
+  bool plain = false;                        // images written as handed over, not optimised
 };
 
 // The plug-in next to this program.
@@ -34,7 +35,7 @@ std::string DefaultPluginPath() {
 }
 
 int Usage(const char* problem) {
-  std::fprintf(stderr, "lwhost: %s\nusage: lwhost [--plugin PATH] [--out FILE.gif] [--flags N]\n", problem);
+  std::fprintf(stderr, "lwhost: %s\nusage: lwhost [--plugin PATH] [--out FILE.gif] [--flags N] [--plain]\n", problem);
   return 2;
 }
 
@@ -42,6 +43,10 @@ int Usage(const char* problem) {
 int ParseOptions(int argc, char** argv, HostOptions* options) {
   for (int index = 1; index < argc; ++index) {
     std::string option = argv[index];
+    if (option == "--plain") {
+      options->plain = true;
+      continue;
+    }
     if (index + 1 >= argc) return Usage(("missing value after " + option).c_str());
     const char* value = argv[++index];
     if (option == "--plugin") options->plugin = value;
@@ -90,6 +95,7 @@ int main(int argc, char** argv) {
   if (!HostWindowCreate(GetModuleHandleA(nullptr), name, &window)) return 1;
   LwHostUseWindow(&window);
   ReferenceHostReset(options.out, false);
+  ReferenceHostCurrent().plainOutput = options.plain;
 
   HostRecord host = ReferenceHostRecord();
   host.callback = LwHostCallback;

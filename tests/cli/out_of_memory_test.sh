@@ -47,7 +47,7 @@ while [ "$limit" -le 40000 ]; do
     [ "$(wc -l <refusal.txt)" -eq 1 ] && grep -Eq "Memory error|available to this render" refusal.txt ||
       fail "$limit KiB: not one line saying memory ran out: $(cat err.txt)"
     [ ! -e out.gif ] && [ ! -e out.gif.tmp ] || fail "$limit KiB: a file was left"
-    stage=$(grep -E "^(Building|Quantizing|Supercompressing|Remapping)$" err.txt | tail -1)
+    stage=$(grep -Eo "^(Building|Quantizing|Supercompressing|Remapping|Writing)" err.txt | tail -1)
     case " $stages " in *" $stage "*) ;; *) stages="$stages $stage" ;; esac
   else
     fail "$limit KiB: exit $status: $(tail -3 err.txt)"

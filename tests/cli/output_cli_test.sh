@@ -1,8 +1,9 @@
 #!/bin/sh
 # Where the renderer's GIF goes: through a symbolic link (the link stays),
 # to standard output, to a full device (one line, exit 1), and not over the
-# file that was there when the run fails; the plain and the optimised file
-# of the same build, with the optimised one no larger.
+# file that was there when the run fails, nor a staging folder when it is
+# terminated; the plain and the optimised file of the same build, with the
+# optimised one no larger.
 # usage: output_cli_test.sh LWMOTIO3 WORK_DIR
 set -u
 cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
@@ -40,6 +41,16 @@ if [ -w /dev/full ]; then
     fail "a full device did not say so in one line: $(cat err.txt)"
   [ -c /dev/full ] || fail "/dev/full is no longer a device"
 fi
+
+# Terminated while it writes frame files, a render removes its staging folder.
+"$cli" render -q --ini empty.ini --frames-dir stopped --set MainSimpleFrames=300 --set MainFontSize=144 2>/dev/null &
+pid=$!
+tries=0
+until [ -n "$(ls stopped.partial-0 2>/dev/null)" ] || [ $tries -ge 3000 ]; do sleep 0.01; tries=$((tries + 1)); done
+kill -TERM $pid
+wait $pid
+[ $? -eq 143 ] || fail "a terminated render did not end by the signal"
+[ ! -e stopped ] && [ ! -e stopped.partial-0 ] || fail "a terminated render left its frames: $(ls -d stopped*)"
 
 cp plain.gif kept.gif
 render --set NoSuchKey=1 -o kept.gif 2>/dev/null
