@@ -201,28 +201,48 @@ Pixels PlainDither(const Pixels& pixels, int width, int height, const Palette& p
   return indexes;
 }
 
-// Noise over 60 colours, some of them in the palette, dithered at 8 and 4
-// bits from a 24-bit source and from an 8-bit one with a colour table.
-TEST(RemapDithered, MultiBitMatchesThePlainDiffusionFromTrueColourAndIndexedSources) {
-  std::uint32_t seed = 11;
-  auto next = [&seed] { return static_cast<int>((seed = seed * 1103515245u + 12345u) >> 16 & 0xFF); };
+// A 13 x 7 frame of noise over 60 colours, ten of them in the palette, as
+// true colour and as indexes into a colour table.
+struct NoiseFrame {
+  static constexpr int kWidth = 13, kHeight = 7;
   Palette sourceTable{}, palette{};
-  for (std::uint8_t& byte : sourceTable) byte = static_cast<std::uint8_t>(next());
-  for (std::uint8_t& byte : palette) byte = static_cast<std::uint8_t>(next());
-  std::copy(sourceTable.begin(), sourceTable.begin() + 30, palette.begin() + 12);  // ten exact colours
-  const int width = 13, height = 7;
-  Pixels table(width * height), colours(width * height);
-  for (int i = 0; i < width * height; ++i) {
-    table[i] = next() % 60;
-    colours[i] = Rgb(sourceTable[table[i] * 3], sourceTable[table[i] * 3 + 1], sourceTable[table[i] * 3 + 2]);
+  Pixels indexes = Pixels(kWidth * kHeight), colours = Pixels(kWidth * kHeight);
+  NoiseFrame() {
+    std::uint32_t seed = 11;
+    auto next = [&seed] { return static_cast<int>((seed = seed * 1103515245u + 12345u) >> 16 & 0xFF); };
+    for (std::uint8_t& byte : sourceTable) byte = static_cast<std::uint8_t>(next());
+    for (std::uint8_t& byte : palette) byte = static_cast<std::uint8_t>(next());
+    std::copy(sourceTable.begin(), sourceTable.begin() + 30, palette.begin() + 12);
+    for (int i = 0; i < kWidth * kHeight; ++i) {
+      indexes[i] = next() % 60;
+      const std::uint8_t* rgb = &sourceTable[indexes[i] * 3];
+      colours[i] = Rgb(rgb[0], rgb[1], rgb[2]);
+    }
   }
+};
+
+TEST(RemapDithered, MultiBitMatchesThePlainDiffusionFromTrueColourAndIndexedSources) {
+  const NoiseFrame frame;
+  const int width = NoiseFrame::kWidth, height = NoiseFrame::kHeight;
   for (auto [depth, entries] : {std::pair{8, 200}, std::pair{4, 16}}) {
-    Pixels plain = PlainDither(colours, width, height, palette, entries);
-    EXPECT_EQ(Remapped(RemapDithered, MakeBitmap(width, height, colours), palette, depth, entries), plain) << depth;
-    EXPECT_EQ(Remapped(RemapDithered, MakeBitmap(width, height, table, 8, sourceTable.data()), palette, depth, entries),
-              plain)
+    Pixels plain = PlainDither(frame.colours, width, height, frame.palette, entries);
+    EXPECT_EQ(Remapped(RemapDithered, MakeBitmap(width, height, frame.colours), frame.palette, depth, entries), plain)
         << depth;
+    DibHandle indexed = MakeBitmap(width, height, frame.indexes, 8, frame.sourceTable.data());
+    EXPECT_EQ(Remapped(RemapDithered, indexed, frame.palette, depth, entries), plain) << depth;
   }
+}
+
+TEST(RemapPlain, TrueColourPixelsTakeTheirExactEntryElseTheirCellsNearest) {
+  const NoiseFrame frame;
+  Pixels wanted;
+  for (std::int32_t colour : frame.colours) {
+    int r = colour & 0xFF, g = colour >> 8 & 0xFF, b = colour >> 16 & 0xFF;
+    int exact = PaletteFindExact(frame.palette.data(), 200, r, g, b);
+    wanted.push_back(exact >= 0 ? exact : NearestColour(r & ~7, g & ~7, b & ~7, frame.palette.data(), 200));
+  }
+  DibHandle source = MakeBitmap(NoiseFrame::kWidth, NoiseFrame::kHeight, frame.colours);
+  EXPECT_EQ(Remapped(RemapPlain, source, frame.palette, 8, 200), wanted);
 }
 
 TEST(RemapDithered, ColumnsZeroAndOneGiveUpTheLowerLeftShareAndExactColoursStayExact) {
