@@ -53,7 +53,7 @@ void MarkExactCells(ColourTable* table) {
 }
 
 // Far enough from every colour that an entry past the given colours never is
-// the nearest, near enough that its distance stays within 23 bits.
+// the nearest, near enough that its distance shifted by 8 still fits an int.
 constexpr int kUnusedComponent = 600;
 
 void TableReset(ColourTable* table, const std::uint8_t* palette, int colours) {

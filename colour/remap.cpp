@@ -20,7 +20,7 @@ struct PlainRemap {
 int LuminanceBit(const std::uint8_t* rgb) { return Luminance(rgb[0], rgb[1], rgb[2]) < kOneBitLimit ? 0 : 1; }
 
 void FindWhiteAndBlack(PlainRemap* remap) {
-  ColourSearch& search = remap->search;
+  const ColourSearch& search = remap->search;
   if (search.fastRemap != 0) {
     remap->whiteIndex = PaletteFindExact(search.palette, search.colours, 255, 255, 255);
     if (remap->whiteIndex < 0) remap->whiteIndex = ColourTableNearest(search.table, 32767);
