@@ -362,6 +362,27 @@ void HideLongRuns(const BoxPixels& pixels, std::uint8_t transparent, GifFrame* i
   }
 }
 
+// The indices coded, each pixel choosing between its index and its value in
+// others where others is given.
+std::vector<std::uint8_t> Code(std::vector<std::uint8_t>* indices, const std::vector<std::uint8_t>& others,
+                               int codeSize, std::size_t limit, GifFullTable full, bool* filled) {
+  if (others.empty()) return GifLzwEncode(indices->data(), indices->size(), codeSize, limit, full, filled);
+  return GifLzwEncodeChoosing(indices->data(), others.data(), indices->size(), codeSize, limit, full, filled);
+}
+
+// The image coded. Where the coder's table fills, the rest of the image is
+// coded both ways, the table started over and the table kept, and the
+// smaller is kept. The size of the codes, or more than limit once they pass it.
+std::size_t CodeImage(GifFrame* image, const std::vector<std::uint8_t>& others, std::size_t limit) {
+  GifFrame kept = *image;
+  bool filled = false;
+  image->codes = Code(&image->indices, others, image->codeSize, limit, GifFullTable::kClear, &filled);
+  if (!filled || image->codes.size() > limit) return image->codes.size();
+  kept.codes = Code(&kept.indices, others, kept.codeSize, image->codes.size() - 1, GifFullTable::kKeep, nullptr);
+  if (kept.codes.size() < image->codes.size()) *image = std::move(kept);
+  return image->codes.size();
+}
+
 // The image over the box, coded: the wanted indices, with the transparent
 // index where the rule for unchanged pixels chooses it and wherever the
 // picture shows nothing. The size of its codes, or more than limit once they
@@ -397,10 +418,7 @@ std::size_t CutImage(const BoxPixels& pixels, std::int32_t transparent, Unchange
   int bits = 1;
   while ((1 << bits) <= highest) ++bits;
   image->codeSize = GifCodeSizeFor(bits);
-  if (rule != Unchanged::kTransparentOrDrawn) {
-    image->codes = GifLzwEncode(image->indices.data(), count, image->codeSize, limit);
-    return image->codes.size();
-  }
+  if (rule != Unchanged::kTransparentOrDrawn) return CodeImage(image, {}, limit);
   // A pixel the screen shows may be drawn instead, with an index that fits.
   std::vector<std::uint8_t> others(count);
   const int fits = 1 << bits;
@@ -408,8 +426,7 @@ std::size_t CutImage(const BoxPixels& pixels, std::int32_t transparent, Unchange
     std::uint8_t drawable = static_cast<std::uint8_t>(~pixels.clear[i] & (pixels.see[i] < fits ? 0xFF : 0));
     others[i] = static_cast<std::uint8_t>((pixels.see[i] & drawable) | (image->indices[i] & ~drawable));
   }
-  image->codes = GifLzwEncodeChoosing(image->indices.data(), others.data(), count, image->codeSize, limit);
-  return image->codes.size();
+  return CodeImage(image, others, limit);
 }
 
 // The smallest of the images the rules for unchanged pixels make; false

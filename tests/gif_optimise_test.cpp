@@ -72,3 +72,30 @@ TEST(GifOptimise, ImagesAtTheStartOfAnAnimationTakeFewBitsWhenTheyNeedFewColours
   for (std::size_t i = 1; i + 1 < gif.frames.size(); ++i) EXPECT_LE(gif.frames[i].codeSize, 2) << "image " << i;
   EXPECT_LE(file.size(), GifEncode(plain).size());
 }
+
+TEST(GifOptimise, AnImageWhoseRestRepeatsKeepsItsFullTable) {
+  // A picture of one block of noise drawn twice, that fills the coder's
+  // table in the first: coded on with the table kept, the second comes cheap.
+  constexpr int kWidth = 128, kHeight = 96;
+  GifAnimation plain{};
+  plain.width = kWidth;
+  plain.height = kHeight;
+  plain.depth = 8;
+  TaskRecord task = TestTask(8, kWidth, kHeight, 1);
+  std::memcpy(plain.palette, task.palette, sizeof plain.palette);
+  std::vector<std::uint8_t> block = TestNoise(kWidth * kHeight / 2, 256, 5);
+  GifFrame picture = Full(kWidth, kHeight, 0);
+  std::copy(block.begin(), block.end(), picture.indices.begin());
+  std::copy(block.begin(), block.end(), picture.indices.begin() + static_cast<std::ptrdiff_t>(block.size()));
+  plain.frames.push_back(picture);
+
+  GifAnimation optimised;
+  ASSERT_EQ(GifOptimise(plain, &optimised), 1);
+  std::vector<std::uint8_t> file = GifEncode(optimised);
+  EXPECT_EQ(Pictures(file), Pictures(GifEncode(plain)));
+  TestGif gif = TestGifParse(file);
+  ASSERT_EQ(gif.frames.size(), 1u);
+  EXPECT_EQ(gif.frames[0].lzw.clearCodes, 1);
+  EXPECT_EQ(gif.frames[0].lzw.widestCode, 12);
+  EXPECT_LT(file.size(), GifEncode(plain).size());
+}
