@@ -162,9 +162,35 @@ void PutFrame(std::vector<std::uint8_t>* out, const GifFrame& frame, int codeSiz
   PutSubBlocks(out, codes.data(), codes.size());
 }
 
-// The plain coder: each string the longest the dictionary holds.
-std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize,
-                                  std::size_t limit, GifFullTable full, bool* filled) {
+// The code the dictionary has for the string of code grown by the pixel at
+// position, taking its index or else its other value; 0 where neither grows it.
+int Grow(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+         std::size_t position, int code) {
+  int grown = dictionary.Find(code, indices[position]);
+  return grown != 0 ? grown : dictionary.Find(code, others[position]);
+}
+
+// Whether, from start on, the strings in the dictionary reach further from
+// code than from rival, each pixel taking its index or else its other value.
+// The two are followed side by side, only as far as the shorter goes.
+bool ReachesFurther(const LzwDictionary& dictionary, const std::uint8_t* indices, const std::uint8_t* others,
+                    std::size_t start, std::size_t count, int code, int rival) {
+  for (std::size_t position = start; position < count; ++position) {
+    code = Grow(dictionary, indices, others, position, code);
+    if (code == 0) return false;
+    rival = Grow(dictionary, indices, others, position, rival);
+    if (rival == 0) return true;
+  }
+  return false;
+}
+
+// The plain coder, and the growing one. When choosing, a pixel whose other
+// value makes the current string longer takes it, and chosen records the
+// value each pixel took.
+template <bool kChoosing>
+std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
+                                  std::size_t count, int minimumCodeSize, std::size_t limit, GifFullTable full,
+                                  bool* filled) {
   std::vector<std::uint8_t> out;
   BitPacker packer(&out, count);
   const int clearCode = 1 << minimumCodeSize;
@@ -184,11 +210,26 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, std::size_t count
   for (std::size_t position = 1; position < count; ++position) {
     int index = indices[position];
     int extended = dictionary.Find(prefix, index);
+    if (kChoosing && others[position] != index) {
+      // Where both values grow the string, the one that grows it further.
+      int alternative = dictionary.Find(prefix, others[position]);
+      if (alternative != 0 &&
+          (extended == 0 || ReachesFurther(dictionary, indices, others, position + 1, count, alternative, extended))) {
+        extended = alternative;
+        chosen[position] = others[position];
+      }
+    }
     if (extended != 0) {
       prefix = extended;
       continue;
     }
     packer.Put(prefix, width);
+    // A pixel that starts a string takes the value that starts the longer one.
+    if (kChoosing && others[position] != index &&
+        ReachesFurther(dictionary, indices, others, position + 1, count, others[position], index)) {
+      index = others[position];
+      chosen[position] = others[position];
+    }
     if (nextCode < kLzwTableSize) {
       dictionary.Add(prefix, index, nextCode);
       // The decoder adds each entry one code later than we do, so it widens
@@ -218,12 +259,12 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, std::size_t count
   return out;
 }
 
-// The choosing coder, where each pixel may take either of two values. Every
-// string is the longest the dictionary holds over the values the pixels may
-// take. Among strings of one length a pixel keeps the value of the pixel
-// before it, so that runs stay runs and the strings the dictionary gains are
-// those that grow runs; after that it keeps its index.
-struct ChoosingCoder {
+
+// The coder that takes the longest strings, where each pixel may take either
+// of two values. Among strings of one length a pixel keeps the value of the
+// pixel before it, so that runs stay runs and the strings the dictionary
+// gains are those that grow runs; after that it keeps its index.
+struct LongestCoder {
   // A string of the dictionary over the pixels before end.
   struct Match {
     int code;
@@ -421,16 +462,18 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
   bool ignored = false;
   filled = filled != nullptr ? filled : &ignored;
   *filled = false;
-  return LzwCode(indices, count, minimumCodeSize, limit, full, filled);
+  return LzwCode<false>(indices, nullptr, nullptr, count, minimumCodeSize, limit, full, filled);
 }
 
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
-                                               int minimumCodeSize, std::size_t limit, GifFullTable full,
-                                               bool* filled) {
+                                               int minimumCodeSize, std::size_t limit, GifChoosing how,
+                                               GifFullTable full, bool* filled) {
   bool ignored = false;
   filled = filled != nullptr ? filled : &ignored;
   *filled = false;
-  ChoosingCoder coder{indices, others, count, minimumCodeSize};
+  if (how == GifChoosing::kGrowing)
+    return LzwCode<true>(indices, others, indices, count, minimumCodeSize, limit, full, filled);
+  LongestCoder coder{indices, others, count, minimumCodeSize};
   return coder.Code(limit, full, filled);
 }
 

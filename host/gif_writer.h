@@ -71,13 +71,24 @@ std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t 
                                        std::size_t limit = SIZE_MAX, GifFullTable full = GifFullTable::kClear,
                                        bool* filled = nullptr);
 
+// How a coder chooses where each pixel may show either of two values. Each
+// codes smaller than the other on some images.
+enum class GifChoosing : std::uint8_t {
+  // A pixel keeps its index unless its other value grows the current string
+  // where the index does not, or grows it further, or starts a longer one.
+  kGrowing,
+  // Each string is the longest the dictionary holds over the values its
+  // pixels may take; among strings of one length a pixel keeps the value of
+  // the pixel before it, then its index.
+  kLongest,
+};
+
 // As GifLzwEncode, where each pixel may show either of two values: its index
-// or its value in others. Each string is the longest the dictionary holds
-// over the values its pixels may take; the values taken are written back to
-// indices, and coding them with GifLzwEncode gives the same codes. It stops
-// as GifLzwEncode does.
+// or its value in others, chosen as how says. The values taken are written
+// back to indices, and coding them with GifLzwEncode gives the same codes.
+// It stops as GifLzwEncode does.
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
-                                               int minimumCodeSize, std::size_t limit,
+                                               int minimumCodeSize, std::size_t limit, GifChoosing how,
                                                GifFullTable full = GifFullTable::kClear, bool* filled = nullptr);
 
 // The whole file. Once it passes limit bytes the encoder stops, and what it

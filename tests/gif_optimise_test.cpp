@@ -99,3 +99,31 @@ TEST(GifOptimise, AnImageWhoseRestRepeatsKeepsItsFullTable) {
   EXPECT_EQ(gif.frames[0].lzw.widestCode, 12);
   EXPECT_LT(file.size(), GifEncode(plain).size());
 }
+
+TEST(GifOptimise, UnchangedNoiseBetweenTwoChangesIsLeftTransparent) {
+  // Two spots change at opposite ends of a picture of noise in three
+  // colours; the box around them holds the noise between, which drawn again
+  // would cost most, and the codes are no narrower for leaving it out.
+  constexpr int kWidth = 120, kHeight = 30;
+  GifAnimation plain{};
+  plain.width = kWidth;
+  plain.height = kHeight;
+  plain.depth = 8;
+  TaskRecord task = TestTask(8, kWidth, kHeight, 1);
+  std::memcpy(plain.palette, task.palette, sizeof plain.palette);
+  GifFrame picture = Full(kWidth, kHeight, 0);
+  picture.indices = TestNoise(picture.indices.size(), 3, 9);
+  plain.frames.push_back(picture);
+  for (int y = 5; y < 25; ++y)
+    for (int x : {2, 3, 116, 117}) picture.indices[static_cast<std::size_t>(y) * kWidth + x] = 1;
+  plain.frames.push_back(picture);
+
+  GifAnimation optimised;
+  ASSERT_EQ(GifOptimise(plain, &optimised), 1);
+  std::vector<std::uint8_t> file = GifEncode(optimised);
+  EXPECT_EQ(Pictures(file), Pictures(GifEncode(plain)));
+  TestGif gif = TestGifParse(file);
+  ASSERT_EQ(gif.frames.size(), 2u);
+  EXPECT_GE(gif.frames[1].transparent, 0);
+  EXPECT_LT(file.size(), GifEncode(plain).size() * 6 / 10);
+}

@@ -120,14 +120,16 @@ TEST(GifLzw, ChoosingTakesOneOfEachPixelsValuesAndDecodesToWhatItTook) {
         if (mode[i] == 0) others[i] = static_cast<std::uint8_t>(levels - 1 - indices[i]);
         if (mode[i] == 1 && i >= 50) indices[i] = indices[i - 50], others[i] = 0;  // runs, rows alike
       }
-      for (GifFullTable full : {GifFullTable::kClear, GifFullTable::kKeep}) {
+      for (int way = 0; way < 4; ++way) {
+        GifChoosing how = way % 2 == 0 ? GifChoosing::kGrowing : GifChoosing::kLongest;
+        GifFullTable full = way < 2 ? GifFullTable::kClear : GifFullTable::kKeep;
         std::vector<std::uint8_t> chosen = indices;
         std::vector<std::uint8_t> codes =
-            GifLzwEncodeChoosing(chosen.data(), others.data(), count, codeSize, SIZE_MAX, full);
+            GifLzwEncodeChoosing(chosen.data(), others.data(), count, codeSize, SIZE_MAX, how, full);
         for (std::size_t i = 0; i < count; ++i)
           ASSERT_TRUE(chosen[i] == indices[i] || chosen[i] == others[i]) << i;
         TestLzwStats stats;
-        EXPECT_EQ(TestLzwDecode(codes, codeSize, &stats), chosen) << codeSize << " " << count;
+        EXPECT_EQ(TestLzwDecode(codes, codeSize, &stats), chosen) << codeSize << " " << count << " " << way;
         EXPECT_TRUE(stats.ok);
         EXPECT_EQ(GifLzwEncode(chosen.data(), count, codeSize, SIZE_MAX, full), codes);
       }
@@ -142,9 +144,12 @@ TEST(GifLzw, ChoosingKeepsRunsWhereEitherValueWouldDo) {
   std::vector<std::uint8_t> indices(kWidth * 40, 3), others(kWidth * 40, 3);
   for (std::size_t i = 0; i < indices.size(); ++i)
     if (i / kWidth % 2 == 1) indices[i] = 0;
-  std::vector<std::uint8_t> chosen = indices;
-  std::vector<std::uint8_t> codes = GifLzwEncodeChoosing(chosen.data(), others.data(), chosen.size(), 2, SIZE_MAX);
-  EXPECT_LE(codes.size(), GifLzwEncode(others.data(), others.size(), 2).size());
+  for (GifChoosing how : {GifChoosing::kGrowing, GifChoosing::kLongest}) {
+    std::vector<std::uint8_t> chosen = indices;
+    std::vector<std::uint8_t> codes =
+        GifLzwEncodeChoosing(chosen.data(), others.data(), chosen.size(), 2, SIZE_MAX, how);
+    EXPECT_LE(codes.size(), GifLzwEncode(others.data(), others.size(), 2).size()) << static_cast<int>(how);
+  }
 }
 
 TEST(GifEncode, WritesHeaderLoopCommentAndFramesWithTheirControls) {
