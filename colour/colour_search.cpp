@@ -2,95 +2,126 @@
 #include "colour/colour_search.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
 namespace {
 
-int ClampColours(int colours) { return colours > 256 ? 256 : colours; }
+int ClampColours(int colours) { return std::clamp(colours, 0, 256); }
 
-// The table of one palette, kept from the last ColourSearchInit.
-struct LookupCache {
+// The table of the last palette searched.
+struct LastTable {
   bool valid = false;
-  int colours = 0;
-  std::uint8_t palette[768];
-  std::uint8_t table[32768];
+  ColourTable table;
 };
-LookupCache gLookupCache;
+LastTable gLastTable;
 
-struct Entry {
-  int red, green, blue, index;
-};
+int ExactSlot(std::int32_t colour) {
+  return static_cast<int>((static_cast<std::uint32_t>(colour) * 2654435761u) >> 22);
+}
 
-// The nearest entry to every 15-bit colour at once. Entries are sorted by
-// red; the search of a colour starts at the entry nearest in red and walks
-// outwards on both sides until the red term alone exceeds the best distance
-// found, with the answer for the colour before as the first bound. Equal
-// distances go to the lower index, so the result is exactly NearestColour's
-// (whose exact-match walk finds the entry at distance 0 that the distance
-// walk also finds first).
-void BuildLookupTable(const std::uint8_t* palette, int colours, std::uint8_t* table) {
-  colours = ClampColours(colours);
-  if (colours < 1) {
-    std::memset(table, 0, 32768);
-    return;
-  }
-  Entry entries[256];
-  for (int i = 0; i < colours; ++i)
-    entries[i] = {palette[i * 3], palette[i * 3 + 1], palette[i * 3 + 2], i};
-  std::stable_sort(entries, entries + colours, [](const Entry& a, const Entry& b) { return a.red < b.red; });
-  int start[32];  // first sorted entry whose red is at least each table red
-  for (int r = 0, at = 0; r < 32; ++r) {
-    while (at < colours && entries[at].red < r * 8) ++at;
-    start[r] = at;
-  }
-  int previous = 0;  // the sorted entry nearest to the last colour, a close first guess for this one
-  for (int key = 0; key < 32768; ++key) {
-    int red = (key & 31) * 8;
-    int green = (key >> 5 & 31) * 8;
-    int blue = (key >> 10 & 31) * 8;
-    int bestDistance = 1 << 30;
-    int best = 0;
-    int bestAt = previous;
-    auto consider = [&](const Entry& entry) {
-      int dg = green - entry.green;
-      int db = blue - entry.blue;
-      int dr = red - entry.red;
-      int distance = 3 * dr * dr + 4 * dg * dg + 2 * db * db;
-      if (distance < bestDistance || (distance == bestDistance && entry.index < best)) {
-        bestDistance = distance;
-        best = entry.index;
-        bestAt = static_cast<int>(&entry - entries);
-      }
-    };
-    consider(entries[previous]);
-    int up = start[key & 31];
-    int down = up - 1;
-    while (up < colours || down >= 0) {
-      int upReach = up < colours ? 3 * (entries[up].red - red) * (entries[up].red - red) : 1 << 30;
-      int downReach = down >= 0 ? 3 * (red - entries[down].red) * (red - entries[down].red) : 1 << 30;
-      if (std::min(upReach, downReach) > bestDistance) break;
-      if (upReach <= downReach) consider(entries[up++]);
-      else consider(entries[down--]);
-    }
-    table[key] = static_cast<std::uint8_t>(best);
-    previous = bestAt;
+void BuildExactHash(ColourTable* table) {
+  std::fill(table->exactColour, table->exactColour + kExactSlots, -1);
+  for (int i = 0; i < ClampColours(table->colours); ++i) {
+    std::int32_t colour = table->packed[i];
+    int slot = ExactSlot(colour);
+    while (table->exactColour[slot] != -1 && table->exactColour[slot] != colour) slot = (slot + 1) & (kExactSlots - 1);
+    if (table->exactColour[slot] == colour) continue;  // an earlier entry has it
+    table->exactColour[slot] = colour;
+    table->exactIndex[slot] = static_cast<std::uint8_t>(i);
   }
 }
 
-void BuildExactHash(ColourSearch* search) {
-  std::fill(search->exactColour, search->exactColour + kExactSlots, -1);
-  for (int i = 0; i < ClampColours(search->colours); ++i) {
-    const std::uint8_t* entry = search->palette + i * 3;
-    std::int32_t colour = entry[0] | entry[1] << 8 | entry[2] << 16;
-    int slot = ColourExactSlot(colour);
-    while (search->exactColour[slot] != -1 && search->exactColour[slot] != colour) slot = (slot + 1) & (kExactSlots - 1);
-    if (search->exactColour[slot] == colour) continue;  // an earlier entry has it
-    search->exactColour[slot] = colour;
-    search->exactIndex[slot] = static_cast<std::uint8_t>(i);
+ColourChoice ChoiceOf(const std::uint8_t* palette, int index) {
+  const std::uint8_t* entry = palette + index * 3;
+  return static_cast<ColourChoice>(ColourPack(entry[0], entry[1], entry[2])) | static_cast<ColourChoice>(index) << 24;
+}
+
+// Every cell starts unfilled; a cell that palette colours lie in takes the
+// first entry of the first of them, or is sent to the hash if there are more.
+void MarkExactCells(ColourTable* table) {
+  std::fill(table->state, table->state + 32768, kCellUnfilled);
+  for (int i = 0; i < ClampColours(table->colours); ++i) {
+    int key = ColourLookupKey(table->red[i], table->green[i], table->blue[i]);
+    if ((table->state[key] & kCellHoldsExact) == 0) {
+      table->state[key] |= kCellHoldsExact;
+      table->exact[key] = ChoiceOf(table->palette, i);
+    } else if (table->packed[ChoiceIndex(table->exact[key])] != table->packed[i]) {
+      table->state[key] |= kCellShared;
+    }
   }
+}
+
+// Far enough from every colour that an entry past the given colours never is
+// the nearest, near enough that its distance shifted by 8 still fits an int.
+constexpr int kUnusedComponent = 600;
+
+void TableReset(ColourTable* table, const std::uint8_t* palette, int colours) {
+  table->colours = colours;
+  std::memcpy(table->palette, palette, sizeof table->palette);
+  for (int i = 0; i < 256; ++i) {
+    bool given = i < ClampColours(colours);
+    table->red[i] = given ? palette[i * 3] : kUnusedComponent;
+    table->green[i] = given ? palette[i * 3 + 1] : kUnusedComponent;
+    table->blue[i] = given ? palette[i * 3 + 2] : kUnusedComponent;
+    table->packed[i] = given ? ColourPack(palette[i * 3], palette[i * 3 + 1], palette[i * 3 + 2]) : -1;
+  }
+  BuildExactHash(table);
+  MarkExactCells(table);
+}
+
+// NearestColour over the table's entries. Each distance carries its index in
+// the low byte, so the one minimum is the lowest distance and, among equal
+// ones, the lowest index; the exact match NearestColour looks for first is
+// the first entry at distance 0, so it is this minimum too. The loop always
+// runs over 256 entries, has no branch and vectorises.
+int NearestEntry(const ColourTable* table, int red, int green, int blue) {
+  if (table->colours < 1) return 0;
+  std::int32_t best = INT32_MAX;
+  for (int i = 0; i < 256; ++i) {
+    std::int32_t dr = red - table->red[i];
+    std::int32_t dg = green - table->green[i];
+    std::int32_t db = blue - table->blue[i];
+    best = std::min(best, (3 * dr * dr + 4 * dg * dg + 2 * db * db) << 8 | i);
+  }
+  return best & 0xFF;
 }
 
 }  // namespace
+
+int ColourTableNearest(ColourTable* table, int key) {
+  std::uint8_t& state = table->state[key];
+  if ((state & kCellUnfilled) != 0) {
+    int nearest = NearestEntry(table, (key & 31) * 8, (key >> 5 & 31) * 8, (key >> 10 & 31) * 8);
+    table->nearest[key] = ChoiceOf(table->palette, nearest);
+    if ((state & kCellHoldsExact) == 0) table->exact[key] = table->nearest[key];
+    state &= ~kCellUnfilled;
+  }
+  return ChoiceIndex(table->nearest[key]);
+}
+
+ColourChoice ColourTableChooseSlow(ColourTable* table, int red, int green, int blue) {
+  int key = ColourLookupKey(red, green, blue);
+  ColourTableNearest(table, key);
+  std::int32_t colour = ColourPack(red, green, blue);
+  if ((table->state[key] & kCellShared) != 0) {
+    for (int slot = ExactSlot(colour);; slot = (slot + 1) & (kExactSlots - 1)) {
+      if (table->exactColour[slot] == colour) return ChoiceOf(table->palette, table->exactIndex[slot]);
+      if (table->exactColour[slot] == -1) return table->nearest[key];
+    }
+  }
+  ColourChoice exact = table->exact[key];
+  return static_cast<std::int32_t>(exact & 0xFFFFFF) == colour ? exact : table->nearest[key];
+}
+
+ColourChoice ColourSearchNearest(ColourSearch* search, int red, int green, int blue) {
+  std::int32_t colour = ColourPack(red, green, blue);
+  if (colour != search->lastColour) {
+    search->lastColour = colour;
+    search->lastChoice = ChoiceOf(search->palette, NearestEntry(search->table, red, green, blue));
+  }
+  return search->lastChoice;
+}
 
 int PaletteFindExact(const std::uint8_t* palette, int colours, int red, int green, int blue) {
   colours = ClampColours(colours);
@@ -126,16 +157,14 @@ void ColourSearchInit(ColourSearch* search, const std::uint8_t* palette, int col
   search->palette = palette;
   search->colours = colours;
   search->fastRemap = fastRemap;
-  std::size_t used = 3u * static_cast<std::size_t>(std::clamp(colours, 0, 256));
-  LookupCache& cache = gLookupCache;
-  if (!cache.valid || cache.colours != colours || std::memcmp(cache.palette, palette, used) != 0) {
-    BuildLookupTable(palette, colours, cache.table);
-    std::memcpy(cache.palette, palette, used);
-    cache.colours = colours;
-    cache.valid = true;
+  ColourTable* table = &gLastTable.table;
+  bool same = gLastTable.valid && table->colours == colours &&
+              std::memcmp(table->palette, palette, sizeof table->palette) == 0;
+  if (!same) {
+    TableReset(table, palette, colours);
+    gLastTable.valid = true;
   }
-  std::memcpy(search->table, cache.table, sizeof search->table);
-  BuildExactHash(search);
+  search->table = table;
   search->lastColour = -1;
-  search->lastIndex = 0;
+  search->lastChoice = 0;
 }

@@ -98,51 +98,102 @@ void FillTrueColour(const DibHead* source, DibHead* work) {
   }
 }
 
-void AddShare(std::int16_t* cell, int product) { *cell = static_cast<std::int16_t>(*cell + (product >> 4)); }
+// Each share is a 32-bit product shifted right by 4, added to a 16-bit
+// cell. An error is at most 255 either way, so no cell, nor a cell plus its
+// pixel and the share from the left, ever leaves a few hundred: sums are
+// taken in int and the cells never wrap.
+std::int16_t Cell16(int value) { return static_cast<std::int16_t>(value); }
 
-struct ErrorRows {
-  std::unique_ptr<std::int16_t[]> current;
-  std::unique_ptr<std::int16_t[]> next;
+// One stored row's walk: its pixels, the cells of the row under it and of
+// the row above, all in the row's own channel order, and what passes from
+// pixel to pixel. The search's fields are read once, since the index bytes
+// written could alias them.
+struct RowWalk {
+  const std::uint8_t* row;
+  const std::int16_t* below;  // the shares the row under this one left
+  std::int16_t* above;        // the shares this row leaves, every cell written
+  std::uint8_t* indexes;
+  ColourSearch* search;
+  bool fast;
+  ColourTable* table;
+  int right[3];  // 7/16 of the last error, for the pixel to the right
+  std::int32_t lastColour;
+  ColourChoice lastChoice;
 };
 
-constexpr int kErrorSlackCells = 512;  // 1024 bytes
+// One pixel. The share for the right-hand neighbour, which the next pixel
+// waits for, stays in registers; the row above gets its first share for the
+// cell at x + 1 and adds to those at x and, from column 2 on, x - 1.
+template <bool kStoredBgr, bool kLowerLeft>
+[[gnu::always_inline]] inline void DiffusePixel(RowWalk& walk, int x) {
+  constexpr int kAt[3] = {kStoredBgr ? 2 : 0, 1, kStoredBgr ? 0 : 2};  // cell of red, green, blue
+  const int cell = x * 3;
+  int clamped[3];
+#pragma GCC unroll 3
+  for (int c = 0; c < 3; ++c) {
+    int k = cell + kAt[c];
+    clamped[c] = std::clamp<int>(walk.row[k] + walk.below[k] + walk.right[c], 0, 255);
+  }
+  std::int32_t colour = ColourPack(clamped[0], clamped[1], clamped[2]);
+  if (colour != walk.lastColour) {
+    walk.lastColour = colour;
+    walk.lastChoice = walk.fast ? ColourTableChoose(walk.table, clamped[0], clamped[1], clamped[2])
+                                : ColourSearchNearest(walk.search, clamped[0], clamped[1], clamped[2]);
+  }
+  walk.indexes[x] = static_cast<std::uint8_t>(ChoiceIndex(walk.lastChoice));
+  std::int16_t* above = walk.above;
+#pragma GCC unroll 3
+  for (int c = 0; c < 3; ++c) {
+    int e = clamped[c] - ChoiceComponent(walk.lastChoice, c);
+    int k = cell + kAt[c];
+    walk.right[c] = 7 * e >> 4;
+    above[k + 3] = Cell16(e >> 4);
+    above[k] = Cell16(above[k] + (5 * e >> 4));
+    if (kLowerLeft) above[k - 3] = Cell16(above[k - 3] + (3 * e >> 4));
+  }
+}
+
+// Columns 0 and 1 give up the lower-left share.
+template <bool kStoredBgr>
+void DiffuseRow(RowWalk walk, int width) {
+  for (int c = 0; c < 3; ++c) walk.above[c] = 0;
+  int x = 0;
+  for (; x < width && x < 2; ++x) DiffusePixel<kStoredBgr, false>(walk, x);
+  for (; x < width; ++x) DiffusePixel<kStoredBgr, true>(walk, x);
+}
+
+// Indexes into a 4-bit row, high nibble first.
+void PackNibbles(const std::uint8_t* indexes, int width, std::uint8_t* row) {
+  auto nibble = [indexes](int x) { return indexes[x] & 0x0F; };
+  for (int x = 0; x + 1 < width; x += 2) row[x >> 1] = static_cast<std::uint8_t>(nibble(x) << 4 | nibble(x + 1));
+  if (width % 2 != 0) row[width >> 1] = static_cast<std::uint8_t>(nibble(width - 1) << 4 | (row[width >> 1] & 0x0F));
+}
+
+// Two rows of error cells, three per pixel and one pixel more; a row of
+// indexes for a 4-bit target.
+struct DiffusionBuffers {
+  std::unique_ptr<std::int16_t[]> errors[2];
+  std::unique_ptr<std::uint8_t[]> indexes;
+};
 
 // rows is 24-bit: the source itself, stored blue, green, red, or the work
-// copy in red, green, blue. The error cells keep the rows' channel order.
-void DiffuseMultiBit(const DibHead* rows, bool storedBgr, DibHead* target, ColourSearch* search, ErrorRows* errors) {
+// copy in red, green, blue.
+void DiffuseMultiBit(const DibHead* rows, bool storedBgr, DibHead* target, ColourSearch* search,
+                     DiffusionBuffers* buffers) {
   int width = rows->biWidth;
-  int height = rows->biHeight;
-  int cells = width * 3;
-  const int at[3] = {storedBgr ? 2 : 0, 1, storedBgr ? 0 : 2};  // cell of red, green, blue
-  std::int16_t* current = errors->current.get();
-  std::int16_t* next = errors->next.get();
-  for (int stored = 0; stored < height; ++stored) {
+  int targetStride = DibStride(target->biBitCount, width);
+  std::int16_t* below = buffers->errors[0].get();
+  std::int16_t* above = buffers->errors[1].get();
+  for (int stored = 0; stored < rows->biHeight; ++stored) {
     const std::uint8_t* row = DibRows(rows) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
-    std::uint8_t* bytes = target->biBitCount == 8 ? DibRows(target) + static_cast<std::ptrdiff_t>(stored) * DibStride(8, width) : nullptr;
-    for (int i = 0; i < cells; ++i) current[i] = static_cast<std::int16_t>(current[i] + row[i]);
-    for (int x = 0; x < width; ++x) {
-      std::int16_t* here = current + x * 3;
-      std::int16_t* below = next + x * 3;
-      int wanted[3];
-      for (int c = 0; c < 3; ++c) wanted[c] = std::clamp<int>(here[at[c]], 0, 255);
-      int index = ColourSearchFind(search, wanted[0], wanted[1], wanted[2]);
-      if (bytes != nullptr) bytes[x] = static_cast<std::uint8_t>(index);
-      else DibPutPixel(target, x, height - 1 - stored, static_cast<std::uint32_t>(index));
-      // Shares that fall past the last column or below the last row land in
-      // the rows' slack or in a row never read, so only the lower-left share
-      // is tested: columns 0 and 1 both give it up.
-      const std::uint8_t* entry = search->palette + index * 3;
-      for (int c = 0; c < 3; ++c) {
-        int e = wanted[c] - entry[c];
-        int k = at[c];
-        AddShare(&here[k + 3], 7 * e);
-        if (x >= 2) AddShare(&below[k - 3], 3 * e);
-        AddShare(&below[k + 3], e);
-        AddShare(&below[k], 5 * e);
-      }
-    }
-    std::memcpy(current, next, sizeof(std::int16_t) * cells);
-    std::memset(next, 0, sizeof(std::int16_t) * cells);
+    std::uint8_t* targetRow = DibRows(target) + static_cast<std::ptrdiff_t>(stored) * targetStride;
+    bool bytes = target->biBitCount == 8;
+    std::uint8_t* indexes = bytes ? targetRow : buffers->indexes.get();
+    RowWalk walk{row, below, above, indexes, search, search->fastRemap != 0, search->table, {0, 0, 0}, -1, 0};
+    if (storedBgr) DiffuseRow<true>(walk, width);
+    else DiffuseRow<false>(walk, width);
+    if (!bytes) PackNibbles(indexes, width, targetRow);
+    std::swap(below, above);
   }
 }
 
@@ -156,14 +207,15 @@ DibHandle DitherMultiBit(const DibHead* source, const std::uint8_t* palette, int
   DibLock workLock(work.get());
   if (!direct && workLock.head == nullptr) return nullptr;
   if (!direct) FillTrueColour(source, workLock.head);
-  std::size_t cells = static_cast<std::size_t>(source->biWidth) * 3 + kErrorSlackCells;
-  ErrorRows errors{std::unique_ptr<std::int16_t[]>(new (std::nothrow) std::int16_t[cells]()),
-                   std::unique_ptr<std::int16_t[]>(new (std::nothrow) std::int16_t[cells]())};
-  if (errors.current == nullptr || errors.next == nullptr) return nullptr;
+  std::size_t cells = (static_cast<std::size_t>(source->biWidth) + 1) * 3;
+  DiffusionBuffers buffers;
+  for (auto& errors : buffers.errors) errors.reset(new (std::nothrow) std::int16_t[cells]());
+  buffers.indexes.reset(new (std::nothrow) std::uint8_t[source->biWidth]);
+  if (buffers.errors[0] == nullptr || buffers.errors[1] == nullptr || buffers.indexes == nullptr) return nullptr;
   DibOwner target(DibNew(source->biWidth, source->biHeight, palette, depth));
   DibLock targetLock(target.get());
   if (targetLock.head == nullptr) return nullptr;
-  DiffuseMultiBit(direct ? source : workLock.head, direct, targetLock.head, &search, &errors);
+  DiffuseMultiBit(direct ? source : workLock.head, direct, targetLock.head, &search, &buffers);
   return target.release();
 }
 

@@ -113,16 +113,36 @@ void PruneLevel(ColourCube* cube, ColourNode* node) {
   }
 }
 
-// One run of count equal pixels, one walk down the tree.
-int ClassifyRun(ColourCube* cube, int red, int green, int blue, int count) {
-  double centre[3] = {127.5, 127.5, 127.5};
-  const int component[3] = {red, green, blue};
-  double bisect = 128.0;
+// The squared distance of each component value from the centre of its box
+// at each level, the centre moving as the walk down the tree moves it.
+struct OffsetSquares {
+  double at[kDeepestLevel + 1][256];
+};
+
+constexpr OffsetSquares MakeOffsetSquares() {
+  OffsetSquares squares{};
+  for (int value = 0; value < 256; ++value) {
+    double centre = 127.5;
+    double bisect = 128.0;
+    for (int level = 1, shift = 7; level <= kDeepestLevel; ++level, --shift) {
+      bisect *= 0.5;
+      centre += ((value >> shift) & 1) != 0 ? bisect : -bisect;
+      double offset = value - centre;
+      squares.at[level][value] = offset * offset;
+    }
+  }
+  return squares;
+}
+
+constexpr OffsetSquares kOffsetSquares = MakeOffsetSquares();
+
+// One run of count equal pixels, one walk down the tree. Every level's
+// distance goes to the root's error as well, in rootError, which the caller
+// keeps out of memory while a frame is classified.
+int ClassifyRun(ColourCube* cube, const int component[3], int count, double* rootError) {
   ColourNode* node = cube->root;
   for (int level = 1, shift = 7; level <= cube->depth; ++level, --shift) {
-    bisect *= 0.5;
-    int id = ((red >> shift) & 1) << 2 | ((green >> shift) & 1) << 1 | ((blue >> shift) & 1);
-    for (int c = 0; c < 3; ++c) centre[c] += ((component[c] >> shift) & 1) != 0 ? bisect : -bisect;
+    int id = ((component[0] >> shift) & 1) << 2 | ((component[1] >> shift) & 1) << 1 | ((component[2] >> shift) & 1);
     if (!HasChild(node, id)) {
       ColourNode* child = NodeNew(cube, node, id, level);
       if (child == nullptr) return 0;
@@ -131,23 +151,33 @@ int ClassifyRun(ColourCube* cube, int red, int green, int blue, int count) {
       if (level == cube->depth) cube->colours += 1;
     }
     node = node->child[id];
+    const double* squares = kOffsetSquares.at[level];
     double distance = 0.0;
-    for (int c = 0; c < 3; ++c) {
-      double offset = component[c] - centre[c];
-      distance += count * (offset * offset);
-    }
+#pragma GCC unroll 3
+    for (int c = 0; c < 3; ++c) distance += count * squares[component[c]];
     node->quantizeError += distance;
-    cube->root->quantizeError += distance;
+    *rootError += distance;
   }
   node->uniqueCount += count;
-  node->totalRed += static_cast<double>(red * count);
-  node->totalGreen += static_cast<double>(green * count);
-  node->totalBlue += static_cast<double>(blue * count);
+  node->totalRed += static_cast<double>(component[0] * count);
+  node->totalGreen += static_cast<double>(component[1] * count);
+  node->totalBlue += static_cast<double>(component[2] * count);
   return 1;
 }
 
+// The length of the run of pixels equal to the first, at most left. Through
+// a run every byte equals the one three bytes on, so the bytes are compared
+// eight at a time.
+int RunLength(const std::uint8_t* pixel, int left) {
+  int bytes = (left - 1) * 3;
+  int same = 0;
+  while (same + 8 <= bytes && std::memcmp(pixel + same, pixel + same + 3, 8) == 0) same += 8;
+  while (same < bytes && pixel[same] == pixel[same + 3]) ++same;
+  return 1 + same / 3;
+}
+
 // Raw stored rows, blue, green, red; bottom row first.
-int ClassifyFrame(ColourCube* cube, const DibHead* head) {
+int ClassifyRows(ColourCube* cube, const DibHead* head, double* rootError) {
   int stride = DibStride(24, head->biWidth);
   const std::uint8_t* rows = DibRows(head);
   for (int y = 0; y < head->biHeight; ++y) {
@@ -156,16 +186,22 @@ int ClassifyFrame(ColourCube* cube, const DibHead* head) {
       cube->depth -= 1;
     }
     const std::uint8_t* row = rows + static_cast<std::ptrdiff_t>(y) * stride;
-    int x = 0;
-    while (x < head->biWidth) {
+    for (int x = 0; x < head->biWidth;) {
       const std::uint8_t* pixel = row + x * 3;
-      int count = 1;
-      while (x + count < head->biWidth && std::memcmp(pixel, pixel + count * 3, 3) == 0) ++count;
-      if (ClassifyRun(cube, pixel[2], pixel[1], pixel[0], count) == 0) return 0;
+      int count = RunLength(pixel, head->biWidth - x);
+      const int component[3] = {pixel[2], pixel[1], pixel[0]};
+      if (ClassifyRun(cube, component, count, rootError) == 0) return 0;
       x += count;
     }
   }
   return 1;
+}
+
+int ClassifyFrame(ColourCube* cube, const DibHead* head) {
+  double rootError = cube->root->quantizeError;
+  int classified = ClassifyRows(cube, head, &rootError);
+  cube->root->quantizeError = rootError;
+  return classified;
 }
 
 void Reduce(ColourCube* cube, ColourNode* node) {

@@ -23,9 +23,9 @@ void FindWhiteAndBlack(PlainRemap* remap) {
   const ColourSearch& search = remap->search;
   if (search.fastRemap != 0) {
     remap->whiteIndex = PaletteFindExact(search.palette, search.colours, 255, 255, 255);
-    if (remap->whiteIndex < 0) remap->whiteIndex = search.table[32767];
+    if (remap->whiteIndex < 0) remap->whiteIndex = ColourTableNearest(search.table, 32767);
     remap->blackIndex = PaletteFindExact(search.palette, search.colours, 0, 0, 0);
-    if (remap->blackIndex < 0) remap->blackIndex = search.table[0];
+    if (remap->blackIndex < 0) remap->blackIndex = ColourTableNearest(search.table, 0);
   } else {
     remap->whiteIndex = NearestColour(255, 255, 255, search.palette, search.colours);
     remap->blackIndex = NearestColour(0, 0, 0, search.palette, search.colours);
@@ -45,6 +45,27 @@ int IndexOf(PlainRemap* remap, std::int32_t value) {
                          static_cast<std::uint8_t>(value >> 16)};
   if (remap->targetBits == 1) return LuminanceBit(rgb);
   return ColourSearchFind(&remap->search, rgb[0], rgb[1], rgb[2]);
+}
+
+// A 24-bit source into an 8-bit target, the usual case, row by row; a run of
+// one colour is searched once.
+void RemapTrueColourToBytes(const DibHead* head, DibHead* target, ColourSearch* search) {
+  int width = head->biWidth;
+  for (int stored = 0; stored < head->biHeight; ++stored) {
+    const std::uint8_t* from = DibRows(head) + static_cast<std::ptrdiff_t>(stored) * DibStride(24, width);
+    std::uint8_t* to = DibRows(target) + static_cast<std::ptrdiff_t>(stored) * DibStride(8, width);
+    std::int32_t lastColour = -1;
+    int lastIndex = 0;
+    for (int x = 0; x < width; ++x) {
+      const std::uint8_t* pixel = from + x * 3;
+      std::int32_t colour = ColourPack(pixel[2], pixel[1], pixel[0]);
+      if (colour != lastColour) {
+        lastColour = colour;
+        lastIndex = ColourSearchFind(search, pixel[2], pixel[1], pixel[0]);
+      }
+      to[x] = static_cast<std::uint8_t>(lastIndex);
+    }
+  }
 }
 
 }  // namespace
@@ -72,6 +93,10 @@ DibHandle RemapPlain(DibHandle source, const std::uint8_t* palette, int depth, i
   DibLock targetLock(target.get());
   if (targetLock.head == nullptr) return nullptr;
   remap->targetBits = targetLock.head->biBitCount;
+  if (remap->sourceBits == 24 && remap->targetBits == 8) {
+    RemapTrueColourToBytes(head, targetLock.head, &remap->search);
+    return target.release();
+  }
   for (int y = head->biHeight - 1; y >= 0; --y) {
     for (int x = 0; x < head->biWidth; ++x) {
       std::int32_t value = DibGetPixel(head, x, y);

@@ -1,8 +1,14 @@
 #include "raster/font_config_freetype.h"
 
+#include <cstdlib>
+
 FcConfig* FontConfig() {
-  // Null asks for the current configuration, which FcInit loaded.
-  return FcInit() ? FcConfigGetCurrent() : nullptr;
+  static const bool loaded = [] {
+    if (!FcInit()) return false;
+    std::atexit(FcFini);  // the configuration lives as long as the process
+    return true;
+  }();
+  return loaded ? FcConfigGetCurrent() : nullptr;
 }
 
 FontMatchResult FontConfigMatch(const char* family, bool bold, bool italic, FcPattern** match) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -51,31 +52,49 @@ TEST(NearestColour, WeighsGreenMostBreaksTiesLowAndNeverPicksTheBlackTailOfAShor
   EXPECT_EQ(Remapped(RemapPlain, MakeBitmap(2, 1, {Rgb(9, 9, 9), Grey(250)}), windows, 4, 256), (Pixels{0, 15}));
 }
 
-// The table is built by a pruned search and kept from one palette to the
-// next; every entry must still be NearestColour's answer, for palettes one
-// after another: noise, runs of one red, repeated colours, one colour and a
-// palette whose tail repeats black.
-TEST(ColourSearch, TableIsNearestColourForEveryEntryWhicheverPaletteCameBefore) {
-  std::vector<std::vector<std::uint8_t>> palettes;
+// The table's cells are searched on first use and kept from one palette to
+// the next. For palettes one after another (noise, runs of one red, repeated
+// colours, one colour, a tail that repeats black, every grey so that cells
+// hold several colours), a pixel must find the first exact entry, else its
+// cell's NearestColour, whichever cells earlier pixels filled; with FastRemap
+// off, its own NearestColour.
+TEST(ColourSearch, FindsTheFirstExactEntryElseTheCellsNearestWhicheverPaletteCameBefore) {
   std::uint32_t seed = 7;
   auto next = [&seed] { return static_cast<std::uint8_t>((seed = seed * 1103515245u + 12345u) >> 16); };
-  std::vector<std::uint8_t> noise(768), sameRed(768), repeats(768), single(768, 0);
+  std::vector<std::uint8_t> noise(768), sameRed(768), repeats(768), single(768, 0), greys(768);
   for (int i = 0; i < 768; ++i) noise[i] = next();
   for (int i = 0; i < 768; ++i) sameRed[i] = i % 3 == 0 ? 128 : next();
   for (int i = 0; i < 768; ++i) repeats[i] = noise[i % 24];
+  for (int i = 0; i < 768; ++i) greys[i] = static_cast<std::uint8_t>(255 - i / 3);
   single[0] = 200, single[1] = 10, single[2] = 90;
   struct Case {
     const std::vector<std::uint8_t>* palette;
     int colours;
   };
-  static ColourSearch search;  // too large for the stack of a test
+  auto nearestToCell = [](int key, const std::uint8_t* palette, int colours) {
+    return NearestColour((key & 31) * 8, (key >> 5 & 31) * 8, (key >> 10 & 31) * 8, palette, colours);
+  };
+  ColourSearch search;
   for (Case run : {Case{&noise, 256}, Case{&sameRed, 256}, Case{&repeats, 64}, Case{&noise, 37}, Case{&single, 1},
-                   Case{&noise, 256}, Case{&single, 256}}) {
-    ColourSearchInit(&search, run.palette->data(), run.colours, 1);
+                   Case{&noise, 256}, Case{&single, 256}, Case{&greys, 200}, Case{&noise, 0}}) {
+    const std::uint8_t* palette = run.palette->data();
+    ColourSearchInit(&search, palette, run.colours, 1);
+    ColourSearch exactSearch;  // FastRemap off: NearestColour on the pixel itself
+    ColourSearchInit(&exactSearch, palette, run.colours, 0);
     int wrong = 0;
+    for (int i = 0; i < 256; ++i) {
+      for (int step : {0, 1, -1, 3}) {
+        int rgb[3];
+        for (int c = 0; c < 3; ++c) rgb[c] = std::clamp(palette[i * 3 + c] + (c == 1 ? step : 0), 0, 255);
+        int exact = PaletteFindExact(palette, run.colours, rgb[0], rgb[1], rgb[2]);
+        int wanted = exact >= 0 ? exact : nearestToCell(ColourLookupKey(rgb[0], rgb[1], rgb[2]), palette, run.colours);
+        wrong += ColourSearchFind(&search, rgb[0], rgb[1], rgb[2]) != wanted;
+        wrong += ColourSearchFind(&exactSearch, rgb[0], rgb[1], rgb[2]) !=
+                 NearestColour(rgb[0], rgb[1], rgb[2], palette, run.colours);
+      }
+    }
     for (int key = 0; key < 32768; ++key)
-      wrong += search.table[key] != NearestColour((key & 31) * 8, (key >> 5 & 31) * 8, (key >> 10 & 31) * 8,
-                                                  run.palette->data(), run.colours);
+      wrong += ColourTableNearest(search.table, key) != nearestToCell(key, palette, run.colours);
     EXPECT_EQ(wrong, 0) << run.colours << " colours";
   }
 }
@@ -150,6 +169,80 @@ TEST(RemapDithered, OneBitColumnZeroSpillsIntoTheLastByteOfItsOwnRow) {
   Pixels bits = Remapped(RemapDithered, MakeBitmap(4, 2, pixels), FixedRow(0), 1, 2, identity);
   ASSERT_EQ(bits.size(), 8u);
   EXPECT_EQ(Pixels(bits.begin() + 4, bits.end()), (Pixels{0, 1, 0, 1}));
+}
+
+// The multi-bit diffusion written as plainly as it can be: 16-bit error
+// rows with slack, each share added where it lands, in order, and the fast
+// rule for each pixel. Pixels are given and returned top row first.
+Pixels PlainDither(const Pixels& pixels, int width, int height, const Palette& palette, int colours) {
+  std::vector<std::int16_t> current(width * 3 + 512), next(width * 3 + 512);
+  Pixels indexes(pixels.size());
+  for (int stored = 0; stored < height; ++stored) {
+    const int y = height - 1 - stored;
+    const bool above = stored + 1 < height;
+    for (int i = 0; i < width * 3; ++i) current[i] += pixels[y * width + i / 3] >> (i % 3 * 8) & 0xFF;
+    for (int x = 0; x < width; ++x) {
+      int v[3];
+      for (int c = 0; c < 3; ++c) v[c] = std::clamp<int>(current[x * 3 + c], 0, 255);
+      int index = PaletteFindExact(palette.data(), colours, v[0], v[1], v[2]);
+      if (index < 0) index = NearestColour(v[0] & ~7, v[1] & ~7, v[2] & ~7, palette.data(), colours);
+      indexes[y * width + x] = index;
+      for (int c = 0; c < 3; ++c) {
+        int e = v[c] - palette[index * 3 + c];
+        if (x + 1 < width) current[(x + 1) * 3 + c] += 7 * e >> 4;
+        if (x >= 2 && above) next[(x - 1) * 3 + c] += 3 * e >> 4;
+        if (x + 1 < width && above) next[(x + 1) * 3 + c] += e >> 4;
+        if (above) next[x * 3 + c] += 5 * e >> 4;
+      }
+    }
+    current = next;
+    std::fill(next.begin(), next.end(), 0);
+  }
+  return indexes;
+}
+
+// A 13 x 7 frame of noise over 60 colours, ten of them in the palette, as
+// true colour and as indexes into a colour table.
+struct NoiseFrame {
+  static constexpr int kWidth = 13, kHeight = 7;
+  Palette sourceTable{}, palette{};
+  Pixels indexes = Pixels(kWidth * kHeight), colours = Pixels(kWidth * kHeight);
+  NoiseFrame() {
+    std::uint32_t seed = 11;
+    auto next = [&seed] { return static_cast<int>((seed = seed * 1103515245u + 12345u) >> 16 & 0xFF); };
+    for (std::uint8_t& byte : sourceTable) byte = static_cast<std::uint8_t>(next());
+    for (std::uint8_t& byte : palette) byte = static_cast<std::uint8_t>(next());
+    std::copy(sourceTable.begin(), sourceTable.begin() + 30, palette.begin() + 12);
+    for (int i = 0; i < kWidth * kHeight; ++i) {
+      indexes[i] = next() % 60;
+      const std::uint8_t* rgb = &sourceTable[indexes[i] * 3];
+      colours[i] = Rgb(rgb[0], rgb[1], rgb[2]);
+    }
+  }
+};
+
+TEST(RemapDithered, MultiBitMatchesThePlainDiffusionFromTrueColourAndIndexedSources) {
+  const NoiseFrame frame;
+  const int width = NoiseFrame::kWidth, height = NoiseFrame::kHeight;
+  for (auto [depth, entries] : {std::pair{8, 200}, std::pair{4, 16}}) {
+    Pixels plain = PlainDither(frame.colours, width, height, frame.palette, entries);
+    EXPECT_EQ(Remapped(RemapDithered, MakeBitmap(width, height, frame.colours), frame.palette, depth, entries), plain)
+        << depth;
+    DibHandle indexed = MakeBitmap(width, height, frame.indexes, 8, frame.sourceTable.data());
+    EXPECT_EQ(Remapped(RemapDithered, indexed, frame.palette, depth, entries), plain) << depth;
+  }
+}
+
+TEST(RemapPlain, TrueColourPixelsTakeTheirExactEntryElseTheirCellsNearest) {
+  const NoiseFrame frame;
+  Pixels wanted;
+  for (std::int32_t colour : frame.colours) {
+    int r = colour & 0xFF, g = colour >> 8 & 0xFF, b = colour >> 16 & 0xFF;
+    int exact = PaletteFindExact(frame.palette.data(), 200, r, g, b);
+    wanted.push_back(exact >= 0 ? exact : NearestColour(r & ~7, g & ~7, b & ~7, frame.palette.data(), 200));
+  }
+  DibHandle source = MakeBitmap(NoiseFrame::kWidth, NoiseFrame::kHeight, frame.colours);
+  EXPECT_EQ(Remapped(RemapPlain, source, frame.palette, 8, 200), wanted);
 }
 
 TEST(RemapDithered, ColumnsZeroAndOneGiveUpTheLowerLeftShareAndExactColoursStayExact) {

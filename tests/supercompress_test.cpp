@@ -116,14 +116,19 @@ TEST(SupercompressApplyMask, IndexMinusOneIsCutToThePixelAndItsEntryLandsInTheHe
 TEST(StampColourIndex, StampsOnlyTheExactColourAndKeepsDepthAndTable) {
   std::array<std::uint8_t, 768> palette{};
   FixedPaletteBuild(palette.data(), nullptr, 1);
-  DibOwner image(MakeBitmap(4, 1, {1, 2, 3, 4}, 4, palette.data()));
-  DibOwner source(MakeBitmap(4, 1, {Rgb(10, 20, 30), Rgb(11, 20, 30), Rgb(10, 20, 30), Rgb(10, 20, 31)}));
-  DibOwner stamped(StampColourIndex(image.get(), source.get(), Rgb(10, 20, 30) | 0x7F000000, 9));
-  ASSERT_NE(stamped, nullptr);
-  EXPECT_EQ(PixelsOf(stamped.get()), (Pixels{9, 2, 9, 4}));
-  EXPECT_EQ(PixelsOf(image.get()), (Pixels{1, 2, 3, 4}));
-  EXPECT_EQ(DibLock(stamped.get()).head->biBitCount, 4);
-  EXPECT_EQ(TableBytes(stamped.get(), 0, 16), TableBytes(image.get(), 0, 16));
+  // Nine pixels: a whole group of four that matches, one with a miss in it
+  // (a near colour in each component), and one left over that matches.
+  const std::int32_t c = Rgb(10, 20, 30);
+  DibOwner source(MakeBitmap(9, 1, {c, c, c, c, Rgb(11, 20, 30), c, Rgb(10, 21, 30), Rgb(10, 20, 31), c}));
+  for (int depth : {4, 8}) {
+    DibOwner image(MakeBitmap(9, 1, {1, 2, 3, 4, 5, 6, 7, 8, 1}, depth, palette.data()));
+    DibOwner stamped(StampColourIndex(image.get(), source.get(), c | 0x7F000000, 9));
+    ASSERT_NE(stamped, nullptr);
+    EXPECT_EQ(PixelsOf(stamped.get()), (Pixels{9, 9, 9, 9, 5, 9, 7, 8, 9})) << depth;
+    EXPECT_EQ(PixelsOf(image.get()), (Pixels{1, 2, 3, 4, 5, 6, 7, 8, 1})) << depth;
+    EXPECT_EQ(DibLock(stamped.get()).head->biBitCount, depth);
+    EXPECT_EQ(TableBytes(stamped.get(), 0, 16), TableBytes(image.get(), 0, 16)) << depth;
+  }
 }
 
 }  // namespace
