@@ -137,21 +137,6 @@ TEST(GifLzw, ChoosingTakesOneOfEachPixelsValuesAndDecodesToWhatItTook) {
   }
 }
 
-TEST(GifLzw, ChoosingKeepsRunsWhereEitherValueWouldDo) {
-  // Rows of one colour where every other row may instead be transparent:
-  // one colour throughout codes as a single run, and the coder finds it.
-  constexpr std::size_t kWidth = 64;
-  std::vector<std::uint8_t> indices(kWidth * 40, 3), others(kWidth * 40, 3);
-  for (std::size_t i = 0; i < indices.size(); ++i)
-    if (i / kWidth % 2 == 1) indices[i] = 0;
-  for (GifChoosing how : {GifChoosing::kGrowing, GifChoosing::kLongest}) {
-    std::vector<std::uint8_t> chosen = indices;
-    std::vector<std::uint8_t> codes =
-        GifLzwEncodeChoosing(chosen.data(), others.data(), chosen.size(), 2, SIZE_MAX, how);
-    EXPECT_LE(codes.size(), GifLzwEncode(others.data(), others.size(), 2).size()) << static_cast<int>(how);
-  }
-}
-
 TEST(GifEncode, WritesHeaderLoopCommentAndFramesWithTheirControls) {
   GifAnimation animation = SmallAnimation(4, {{4, 3, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 15}, 7, -1, kGifDisposalKeep},
                                               {3, 2, {1, 1, 1, 2, 2, 2}, 70000, 2, kGifDisposalBackground}});
