@@ -184,12 +184,13 @@ bool ReachesFurther(const LzwDictionary& dictionary, const std::uint8_t* indices
   return false;
 }
 
-// The coder behind both entry points. When choosing, a pixel whose other
+// The plain coder, and the growing one. When choosing, a pixel whose other
 // value makes the current string longer takes it, and chosen records the
 // value each pixel took.
 template <bool kChoosing>
 std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_t* others, std::uint8_t* chosen,
-                                  std::size_t count, int minimumCodeSize, std::size_t limit) {
+                                  std::size_t count, int minimumCodeSize, std::size_t limit, GifFullTable full,
+                                  bool* filled) {
   std::vector<std::uint8_t> out;
   BitPacker packer(&out, count);
   const int clearCode = 1 << minimumCodeSize;
@@ -229,18 +230,21 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
       index = others[position];
       chosen[position] = others[position];
     }
-    if (nextCode == kLzwTableSize) {
-      // The table is full: start over, as the decoder will on this code.
-      packer.Put(clearCode, width);
-      dictionary.Clear();
-      nextCode = endCode + 1;
-      width = minimumCodeSize + 1;
-    } else {
+    if (nextCode < kLzwTableSize) {
       dictionary.Add(prefix, index, nextCode);
       // The decoder adds each entry one code later than we do, so it widens
       // its reads exactly when our newest code no longer fits.
       if (nextCode == 1 << width) ++width;
       ++nextCode;
+    } else {
+      *filled = true;
+      if (full == GifFullTable::kClear) {
+        // Start over, as the decoder will on this code.
+        packer.Put(clearCode, width);
+        dictionary.Clear();
+        nextCode = endCode + 1;
+        width = minimumCodeSize + 1;
+      }
     }
     prefix = index;
     if (packer.Size() > limit) break;
@@ -254,6 +258,180 @@ std::vector<std::uint8_t> LzwCode(const std::uint8_t* indices, const std::uint8_
   packer.Finish();
   return out;
 }
+
+
+// The coder that takes the longest strings, where each pixel may take either
+// of two values. Among strings of one length a pixel keeps the value of the
+// pixel before it, so that runs stay runs and the strings the dictionary
+// gains are those that grow runs; after that it keeps its index.
+struct LongestCoder {
+  // A string of the dictionary over the pixels before end.
+  struct Match {
+    int code;
+    std::size_t end;
+  };
+  // What the coder knows of each string it added.
+  struct Strings {
+    std::uint16_t parent[kLzwTableSize];  // the string one value shorter
+    std::uint8_t first[kLzwTableSize];
+    std::uint8_t last[kLzwTableSize];
+  };
+
+  std::uint8_t* indices;
+  const std::uint8_t* others;
+  std::size_t count;
+  int minimumCodeSize;
+  LzwDictionary& dictionary = ThreadDictionary();
+  Strings& strings = ThreadStrings();
+
+  static Strings& ThreadStrings() {
+    thread_local Strings threadStrings;
+    return threadStrings;
+  }
+  int ClearCode() const { return 1 << minimumCodeSize; }
+  int First(int code) const { return code < ClearCode() ? code : strings.first[code]; }
+  int Last(int code) const { return code < ClearCode() ? code : strings.last[code]; }
+
+  // The values the pixel at position may take, the one equal to after (the
+  // value of the pixel before) first; how many there are (1 or 2).
+  int Values(std::size_t position, int after, std::uint8_t values[2]) const {
+    values[0] = indices[position];
+    values[1] = others[position];
+    if (values[0] == values[1]) return 1;
+    if (values[1] == after) std::swap(values[0], values[1]);
+    return 2;
+  }
+
+  bool Takes(std::size_t position, int value) const {
+    return indices[position] == value || others[position] == value;
+  }
+
+  // Whether the pixels from position on may take the values of the string
+  // code, of the length given, and then value.
+  bool Fits(int code, std::size_t position, std::size_t length, int value) const {
+    std::size_t at = position + length;
+    if (at >= count || !Takes(at, value)) return false;
+    for (; code >= ClearCode(); code = strings.parent[code])
+      if (!Takes(--at, strings.last[code])) return false;
+    return Takes(--at, code);
+  }
+
+  // The longest string that grows the string code, which ends before
+  // position. The search goes depth first, preferred values first, and a
+  // string found later replaces the one found first only when it is longer.
+  // It follows one path down at a time and keeps the strings of the other
+  // values it passed to come back to. Each string of the dictionary is met
+  // at most once, so the dictionary's size bounds the search.
+  Match Extend(int code, std::size_t position) const {
+    struct Pending {
+      int code;
+      std::size_t end;
+      int last;
+    };
+    thread_local Pending pending[kLzwTableSize];
+    int waiting = 0;
+    Match best{code, position};
+    std::size_t at = position;
+    int last = Last(code);
+    while (true) {
+      for (; at < count; ++at) {
+        std::uint8_t values[2];
+        if (Values(at, last, values) == 2) {
+          int other = dictionary.Find(code, values[1]);
+          if (other != 0) pending[waiting++] = {other, at + 1, values[1]};
+        }
+        int grown = dictionary.Find(code, values[0]);
+        if (grown == 0) break;
+        code = grown;
+        last = values[0];
+        if (at + 1 > best.end) best = {code, at + 1};
+      }
+      if (waiting == 0) return best;
+      const Pending& next = pending[--waiting];
+      code = next.code;
+      at = next.end;
+      last = next.last;
+      if (at > best.end) best = {code, at};
+    }
+  }
+
+  // The longest string from position, where the pixel before has the value after.
+  Match LongestFrom(std::size_t position, int after) const {
+    std::uint8_t values[2];
+    int choices = Values(position, after, values);
+    Match best = Extend(values[0], position + 1);
+    if (choices == 2) {
+      Match other = Extend(values[1], position + 1);
+      if (other.end > best.end) best = other;
+    }
+    return best;
+  }
+
+  void Add(int code, int value, int nextCode) {
+    dictionary.Add(code, value, nextCode);
+    strings.parent[nextCode] = static_cast<std::uint16_t>(code);
+    strings.first[nextCode] = static_cast<std::uint8_t>(First(code));
+    strings.last[nextCode] = static_cast<std::uint8_t>(value);
+  }
+
+  // The values the string's pixels took, written back to indices.
+  void WriteChosen(const Match& match) {
+    std::size_t position = match.end;
+    int code = match.code;
+    for (; code >= ClearCode(); code = strings.parent[code]) indices[--position] = strings.last[code];
+    indices[--position] = static_cast<std::uint8_t>(code);
+  }
+
+  std::vector<std::uint8_t> Code(std::size_t limit, GifFullTable full, bool* filled) {
+    std::vector<std::uint8_t> out;
+    BitPacker packer(&out, count);
+    const int endCode = ClearCode() + 1;
+    int nextCode = endCode + 1;
+    int width = minimumCodeSize + 1;
+    packer.Put(ClearCode(), width);
+    dictionary.Start(minimumCodeSize);
+    Match match{0, 0};
+    std::size_t start = 0;  // where match begins
+    if (count > 0) match = LongestFrom(0, -1);
+    while (count > 0) {
+      WriteChosen(match);
+      packer.Put(match.code, width);
+      if (match.end == count || packer.Size() > limit) break;
+      if (nextCode == kLzwTableSize) {
+        *filled = true;
+        if (full == GifFullTable::kClear) {
+          // Start over, as the decoder will on this code.
+          packer.Put(ClearCode(), width);
+          dictionary.Clear();
+          nextCode = endCode + 1;
+          width = minimumCodeSize + 1;
+        }
+        start = match.end;
+        match = LongestFrom(match.end, Last(match.code));
+        continue;
+      }
+      Match next = LongestFrom(match.end, Last(match.code));
+      int value = First(next.code);
+      Add(match.code, value, nextCode);
+      // The string added now, this one and the next one's first value, is
+      // the one string the next one could not use so far, and nothing grows
+      // it yet. The next one may be it only where both start alike.
+      std::size_t length = match.end - start;
+      if (First(match.code) == value && length + 1 > next.end - match.end &&
+          Fits(match.code, match.end, length, value))
+        next = {nextCode, match.end + length + 1};
+      if (nextCode == 1 << width) ++width;
+      ++nextCode;
+      start = match.end;
+      match = next;
+    }
+    dictionary.Clear();
+    if (nextCode == 1 << width && width < kLzwMaxBits) ++width;
+    packer.Put(endCode, width);
+    packer.Finish();
+    return out;
+  }
+};
 
 }  // namespace
 
@@ -280,13 +458,23 @@ int GifTableBits(const GifAnimation& animation) {
 int GifCodeSizeFor(int bits) { return std::max(2, bits); }
 
 std::vector<std::uint8_t> GifLzwEncode(const std::uint8_t* indices, std::size_t count, int minimumCodeSize,
-                                       std::size_t limit) {
-  return LzwCode<false>(indices, nullptr, nullptr, count, minimumCodeSize, limit);
+                                       std::size_t limit, GifFullTable full, bool* filled) {
+  bool ignored = false;
+  filled = filled != nullptr ? filled : &ignored;
+  *filled = false;
+  return LzwCode<false>(indices, nullptr, nullptr, count, minimumCodeSize, limit, full, filled);
 }
 
 std::vector<std::uint8_t> GifLzwEncodeChoosing(std::uint8_t* indices, const std::uint8_t* others, std::size_t count,
-                                               int minimumCodeSize, std::size_t limit) {
-  return LzwCode<true>(indices, others, indices, count, minimumCodeSize, limit);
+                                               int minimumCodeSize, std::size_t limit, GifChoosing how,
+                                               GifFullTable full, bool* filled) {
+  bool ignored = false;
+  filled = filled != nullptr ? filled : &ignored;
+  *filled = false;
+  if (how == GifChoosing::kGrowing)
+    return LzwCode<true>(indices, others, indices, count, minimumCodeSize, limit, full, filled);
+  LongestCoder coder{indices, others, count, minimumCodeSize};
+  return coder.Code(limit, full, filled);
 }
 
 std::vector<std::uint8_t> GifEncode(const GifAnimation& animation, std::size_t limit) {

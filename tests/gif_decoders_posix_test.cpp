@@ -33,6 +33,15 @@ TestHostFrame Noise(int width, int height, int levels, std::uint32_t seed, std::
   return {width, height, {noise.begin(), noise.end()}, delay, transparentIndex, transparentFlag};
 }
 
+// Noise whose second half repeats its first: the coder's table fills in the
+// first half, and the optimised file keeps it for the second.
+TestHostFrame NoiseTwice(int width, int height, std::uint32_t seed, std::uint32_t delay) {
+  TestHostFrame frame = Noise(width, height, 256, seed, delay);
+  std::size_t half = frame.pixels.size() / 2;
+  std::copy_n(frame.pixels.begin(), half, frame.pixels.begin() + static_cast<std::ptrdiff_t>(half));
+  return frame;
+}
+
 TestHostFrame Mark(TestHostFrame frame, std::uint32_t mark, bool (*marked)(std::size_t)) {
   for (std::size_t i = 0; i < frame.pixels.size(); ++i) frame.pixels[i] = marked(i) ? mark : frame.pixels[i];
   return frame;
@@ -63,6 +72,10 @@ std::vector<Scenario> MakeScenarios() {
       // far beyond an 8-entry table, and no transparency is announced.
       {"beyond_table", TestTask(3, 9, 4, 4), 8, {Noise(9, 4, 8, 10, 10), Mark(Noise(9, 4, 8, 11, 10), 255, everyThird)}},
       {"true_colour", TestTask(8, 10, 5, 7), 24, {Noise(10, 5, 256, 16, 6)}},
+      // Large frames: a full coder table kept, and unchanged pixels among
+      // changed ones.
+      {"repeating", TestTask(8, 128, 96, 8), 8,
+       {NoiseTwice(128, 96, 17, 4), Mark(NoiseTwice(128, 96, 17, 4), 9, everyThird)}},
   };
   for (Scenario& scenario : scenarios) {
     scenario.path = (folder / (scenario.name + ".gif")).string();

@@ -86,6 +86,57 @@ TEST(GifLzw, StopsOncePastItsLimitAndCodesInFullWithinIt) {
   EXPECT_EQ(TestGifParse(file).frames.at(1).indices, noise);
 }
 
+TEST(GifLzw, AKeptFullTableCodesOnWithoutClearingAndWinsWhereTheImageRepeats) {
+  // A block of noise that fills the table, then the same block again.
+  std::vector<std::uint8_t> block = TestNoise(6000, 256, 21);
+  std::vector<std::uint8_t> twice = block;
+  twice.insert(twice.end(), block.begin(), block.end());
+  std::vector<std::uint8_t> codes[2];
+  for (GifFullTable full : {GifFullTable::kClear, GifFullTable::kKeep}) {
+    bool filled = false;
+    codes[static_cast<int>(full)] = GifLzwEncode(twice.data(), twice.size(), 8, SIZE_MAX, full, &filled);
+    EXPECT_TRUE(filled);
+    TestLzwStats stats;
+    EXPECT_EQ(TestLzwDecode(codes[static_cast<int>(full)], 8, &stats), twice);
+    EXPECT_TRUE(stats.ok);
+    EXPECT_EQ(stats.clearCodes == 1, full == GifFullTable::kKeep);
+  }
+  EXPECT_LT(codes[1].size(), codes[0].size());
+  bool filled = true;
+  GifLzwEncode(block.data(), 1000, 8, SIZE_MAX, GifFullTable::kKeep, &filled);
+  EXPECT_FALSE(filled);
+}
+
+TEST(GifLzw, ChoosingTakesOneOfEachPixelsValuesAndDecodesToWhatItTook) {
+  // Pixels that may take a second value, singly and in runs, beside pixels
+  // that may not; long enough inputs fill the table, kept or cleared.
+  for (int codeSize : {2, 5, 8}) {
+    const int levels = 1 << codeSize;
+    for (std::size_t count : {std::size_t{1}, std::size_t{2}, std::size_t{700}, std::size_t{30000}}) {
+      std::vector<std::uint8_t> indices = TestNoise(count, levels, static_cast<std::uint32_t>(count) + codeSize);
+      std::vector<std::uint8_t> others = indices;
+      std::vector<std::uint8_t> mode = TestNoise(count, 4, 77);
+      for (std::size_t i = 0; i < count; ++i) {
+        if (mode[i] == 0) others[i] = static_cast<std::uint8_t>(levels - 1 - indices[i]);
+        if (mode[i] == 1 && i >= 50) indices[i] = indices[i - 50], others[i] = 0;  // runs, rows alike
+      }
+      for (int way = 0; way < 4; ++way) {
+        GifChoosing how = way % 2 == 0 ? GifChoosing::kGrowing : GifChoosing::kLongest;
+        GifFullTable full = way < 2 ? GifFullTable::kClear : GifFullTable::kKeep;
+        std::vector<std::uint8_t> chosen = indices;
+        std::vector<std::uint8_t> codes =
+            GifLzwEncodeChoosing(chosen.data(), others.data(), count, codeSize, SIZE_MAX, how, full);
+        for (std::size_t i = 0; i < count; ++i)
+          ASSERT_TRUE(chosen[i] == indices[i] || chosen[i] == others[i]) << i;
+        TestLzwStats stats;
+        EXPECT_EQ(TestLzwDecode(codes, codeSize, &stats), chosen) << codeSize << " " << count << " " << way;
+        EXPECT_TRUE(stats.ok);
+        EXPECT_EQ(GifLzwEncode(chosen.data(), count, codeSize, SIZE_MAX, full), codes);
+      }
+    }
+  }
+}
+
 TEST(GifEncode, WritesHeaderLoopCommentAndFramesWithTheirControls) {
   GifAnimation animation = SmallAnimation(4, {{4, 3, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 15}, 7, -1, kGifDisposalKeep},
                                               {3, 2, {1, 1, 1, 2, 2, 2}, 70000, 2, kGifDisposalBackground}});
