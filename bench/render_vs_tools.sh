@@ -35,13 +35,18 @@ cd "$work"
 delay=$(sed -n '1s/.* //p' frames/index.txt)
 rate=$(awk -v d="$delay" 'BEGIN { printf "%g", 100 / d }')
 
-# median_times COMMAND...: "wall cpu" in milliseconds, the medians of the runs.
+# median_times REPEATS COMMAND...: "wall cpu" in milliseconds, the medians of
+# the runs. Each run times the command REPEATS times in a row and divides, so
+# that the timer's hundredths of a second do not swamp short commands.
 median_times() {
+  repeats=$1
+  shift
   : >times.txt
   i=0
   while [ $i -lt "$runs" ]; do
-    /usr/bin/time -f "%e %U %S" -o one.txt "$@" >/dev/null 2>&1
-    awk '{ printf "%d %d\n", $1 * 1000, ($2 + $3) * 1000 }' one.txt >>times.txt
+    /usr/bin/time -f "%e %U %S" -o one.txt sh -c '
+      n=$1; shift; while [ "$n" -gt 0 ]; do "$@" >/dev/null 2>&1; n=$((n - 1)); done' timed "$repeats" "$@"
+    awk -v n="$repeats" '{ printf "%.1f %.1f\n", $1 * 1000 / n, ($2 + $3) * 1000 / n }' one.txt >>times.txt
     i=$((i + 1))
   done
   wall=$(cut -d' ' -f1 times.txt | sort -n | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }')
@@ -49,12 +54,12 @@ median_times() {
   echo "$wall $cpu"
 }
 
-ours=$(median_times "$renderer" render --ini settings.ini -o ours.gif)
-[ -z "${BASELINE:-}" ] || baseline=$(median_times "$BASELINE" render --ini settings.ini -o baseline.gif)
-plain=$(median_times "$renderer" render --ini settings.ini --plain -o plain.gif)
-ffmpeg=$(median_times ffmpeg -v error -y -framerate "$rate" -i frames/frame-%04d.png \
+ours=$(median_times 10 "$renderer" render --ini settings.ini -o ours.gif)
+[ -z "${BASELINE:-}" ] || baseline=$(median_times 10 "$BASELINE" render --ini settings.ini -o baseline.gif)
+plain=$(median_times 10 "$renderer" render --ini settings.ini --plain -o plain.gif)
+ffmpeg=$(median_times 3 ffmpeg -v error -y -framerate "$rate" -i frames/frame-%04d.png \
   -filter_complex "[0:v]split[a][b];[a]palettegen[p];[b][p]paletteuse=dither=floyd_steinberg" ffmpeg.gif)
-magick=$(median_times convert frames/frame-*.png -colors 256 -dither FloydSteinberg magick.gif)
+magick=$(median_times 1 convert frames/frame-*.png -colors 256 -dither FloydSteinberg magick.gif)
 
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.2f", a / b; else print "-" }'; }
 line() {  # NAME "WALL CPU"
