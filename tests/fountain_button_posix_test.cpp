@@ -12,21 +12,18 @@
 #include "plugin/controls_startup.h"
 #include "plugin/host_interface.h"
 #include "tests/scoped_variable_posix.h"
+#include "tests/test_folder.h"
 
 namespace {
 
 class FountainButtonFile : public ::testing::Test {
  protected:
   void SetUp() override {
-    home_ = std::filesystem::temp_directory_path() / ("lw_fountain_" + std::to_string(getpid()));
     std::filesystem::create_directories(home_ / "Brindle Foundries" / "Lettermotion 3");
     config_ = std::make_unique<ScopedVariable>("XDG_CONFIG_HOME", home_.c_str());
   }
-  void TearDown() override {
-    config_.reset();
-    std::filesystem::remove_all(home_);
-  }
-  std::filesystem::path home_;
+  TestFolder folder_{"lw_fountain"};
+  const std::filesystem::path& home_ = folder_.path;
   std::unique_ptr<ScopedVariable> config_;
 };
 

@@ -7,6 +7,7 @@
 
 #include "host/file_checks.h"
 #include "host/frames_folder.h"
+#include "tests/test_folder.h"
 
 namespace {
 
@@ -14,14 +15,8 @@ namespace fs = std::filesystem;
 
 class FramesFolder : public ::testing::Test {
  protected:
-  void SetUp() override {
-    root_ = fs::temp_directory_path() /
-            (std::string("lw_frames_") + ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    fs::remove_all(root_);
-    fs::create_directories(root_);
-  }
-  void TearDown() override { fs::remove_all(root_); }
-  fs::path root_;
+  TestFolder folder_{"lw_frames"};
+  const fs::path& root_ = folder_.path;
 };
 
 TEST_F(FramesFolder, OnlyAMissingOrEmptyFolderIsUsable) {

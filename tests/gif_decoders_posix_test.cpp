@@ -5,7 +5,6 @@
 // the frames handed to the host say.
 #include <gif_lib.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -14,6 +13,7 @@
 
 #include "tests/gif_decoders_posix.h"
 #include "tests/gif_test_support.h"
+#include "tests/test_folder.h"
 
 namespace {
 
@@ -47,11 +47,7 @@ TestHostFrame Mark(TestHostFrame frame, std::uint32_t mark, bool (*marked)(std::
   return frame;
 }
 
-std::vector<Scenario> MakeScenarios() {
-  // A folder of this run's own: each test runs as a process of its own.
-  std::string pattern = (std::filesystem::temp_directory_path() / "lwmotio3_gif_decoders_XXXXXX").string();
-  EXPECT_NE(mkdtemp(pattern.data()), nullptr);
-  std::filesystem::path folder = pattern;
+std::vector<Scenario> MakeScenarios(const std::filesystem::path& folder) {
   auto unchanged = [](std::size_t i) { return i % 5 != 0; };
   auto everyThird = [](std::size_t i) { return i % 3 == 0; };
   std::vector<Scenario> scenarios = {
@@ -92,10 +88,11 @@ std::vector<Scenario> MakeScenarios() {
   return scenarios;
 }
 
-// Written once for all three decoders, and removed when the test ends.
+// Written once for all three decoders into a folder of this run's own (each
+// test runs as a process of its own), removed when the test ends.
 struct ScenarioFiles {
-  std::vector<Scenario> scenarios = MakeScenarios();
-  ~ScenarioFiles() { std::filesystem::remove_all(std::filesystem::path(scenarios[0].path).parent_path()); }
+  TestFolder folder{"lwmotio3_gif_decoders"};
+  std::vector<Scenario> scenarios = MakeScenarios(folder.path);
 };
 
 const std::vector<Scenario>& Scenarios() {

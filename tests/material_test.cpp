@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +10,7 @@
 #include "fills/material.h"
 #include "plugin/controls_snapshot.h"
 #include "plugin/platform.h"
+#include "tests/test_folder.h"
 
 namespace {
 
@@ -29,13 +29,6 @@ struct RecordLock {
 
 class MaterialFile : public ::testing::Test {
  protected:
-  void SetUp() override {
-    const char* name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    path_ = (std::filesystem::temp_directory_path() / (std::string("lw_material_") + name + ".mtrl")).string();
-    std::remove(path_.c_str());
-  }
-  void TearDown() override { std::remove(path_.c_str()); }
-
   // A record with values in the parts a file keeps, and handles a file must
   // not keep.
   MemOwner Filled() {
@@ -58,7 +51,8 @@ class MaterialFile : public ::testing::Test {
     return block;
   }
 
-  std::string path_;
+  TestFolder folder_{"lw_material"};
+  std::string path_ = folder_.File("Material00101.mtrl");
 };
 
 // The offsets are fixed at compile time; these are the values that differ

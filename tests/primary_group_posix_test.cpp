@@ -7,6 +7,7 @@
 #include "host/data_folders.h"
 #include "host/primary_groups.h"
 #include "scoped_variable_posix.h"
+#include "tests/test_folder.h"
 
 namespace {
 
@@ -18,8 +19,8 @@ std::string ReadText(const std::filesystem::path& path) {
 // The hosts install the primary group as an installer would: only when it
 // is missing, never over the user's file.
 TEST(HostDataFolders, InstallThePrimaryTextureGroupOnlyWhenMissing) {
-  std::filesystem::path home = std::filesystem::temp_directory_path() / "lw_primary_group_home";
-  std::filesystem::remove_all(home);
+  TestFolder folder("lw_primary_group_home");
+  const std::filesystem::path& home = folder.path;
   ScopedVariable config("XDG_CONFIG_HOME", home.c_str());
   std::filesystem::path group = home / "Brindle Foundries" / "Lettermotion 3" / "lwmotio3.fft";
   std::string error;
@@ -28,7 +29,6 @@ TEST(HostDataFolders, InstallThePrimaryTextureGroupOnlyWhenMissing) {
   std::ofstream(group, std::ios::binary) << "the user's own";
   ASSERT_EQ(HostMakeDataFolders(&error), 1) << error;
   EXPECT_EQ(ReadText(group), "the user's own");
-  std::filesystem::remove_all(home);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 // always had, and the optimised file must show the same pictures in every
 // decoder while being no larger.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <cstdint>
 #include <filesystem>
@@ -13,6 +12,7 @@
 #include "tests/gif_decoders_posix.h"
 #include "plugin/build_pipeline.h"
 #include "plugin/controls_startup.h"
+#include "tests/test_folder.h"
 #include "tests/text_test_support.h"
 
 namespace {
@@ -90,12 +90,6 @@ std::uint64_t DecodedDigest(const std::string& path) {
 
 class RenderOutput : public GdiStarted {
  protected:
-  void SetUp() override {
-    std::string pattern = (std::filesystem::temp_directory_path() / "lw_render_output_XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    folder_ = pattern;
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
 
   // Builds the default Simple animation in the mode; the path of the file.
   std::string Render(const ColourMode& mode, const std::string& name, bool plain) {
@@ -109,7 +103,7 @@ class RenderOutput : public GdiStarted {
     SnapshotFromSettings(&snapshot, kHostFlagPaletteFormat, 0);
     SnapshotSetCheck(&snapshot, kCustomPaletteBox, mode.customPalette);
     SnapshotSetCheck(&snapshot, kTrueColourBox, mode.trueColour);
-    std::string path = (folder_ / (name + ".gif")).string();
+    std::string path = folder_.File(name + ".gif");
     ReferenceHostReset(path, false);
     ReferenceHostCurrent().plainOutput = plain;
     HostRecord host = ReferenceHostRecord();
@@ -119,7 +113,7 @@ class RenderOutput : public GdiStarted {
     return path;
   }
 
-  std::filesystem::path folder_;
+  TestFolder folder_{"lw_render_output"};
 };
 
 TEST_F(RenderOutput, PlainFileOfEveryColourModeIsUnchanged) {
@@ -130,7 +124,7 @@ TEST_F(RenderOutput, PlainFileOfEveryColourModeIsUnchanged) {
 }
 
 TEST_F(RenderOutput, OptimisedFileShowsThePlainPicturesInEveryDecoderAndIsNoLarger) {
-  std::string script = (folder_ / "frames.py").string();
+  std::string script = folder_.File("frames.py");
   std::FILE* file = std::fopen(script.c_str(), "w");
   ASSERT_NE(file, nullptr);
   std::fputs(kPillowFrames, file);

@@ -9,26 +9,25 @@
 #include <vector>
 
 #include "plugin/settings.h"
+#include "tests/test_folder.h"
 
 namespace {
 
 class SettingsFile : public ::testing::Test {
  protected:
   void SetUp() override {
-    const char* name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    path_ = (std::filesystem::temp_directory_path() / (std::string("lw_settings_") + name + ".ini")).string();
     SettingsReset();
     SettingsUseFile(path_.c_str());
   }
   void TearDown() override {
-    std::remove(path_.c_str());
     SettingsUseFile(nullptr);
     SettingsReset();
   }
   // Bytes exactly as given: no newline translation.
   void Write(const std::string& text) { std::ofstream(path_, std::ios::binary) << text; }
   void Load(const std::string& text) { Write(text); SettingsLoad(); }
-  std::string path_;
+  TestFolder folder_{"lw_settings"};
+  std::string path_ = folder_.File("LWMOTIO3.INI");
 };
 
 TEST(SettingTable, KeysAreFoundExactlyAndResetClearsWholeStringBuffers) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -9,30 +8,21 @@
 
 #include "fills/texture_file.h"
 #include "host/primary_groups.h"
+#include "tests/test_folder.h"
 
 namespace {
 
 class TextureFile : public ::testing::Test {
  protected:
-  void SetUp() override {
-    const char* name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-    folder_ = std::filesystem::temp_directory_path() / (std::string("lw_texture_file_") + name);
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
-    path_ = (folder_ / "group.fft").string();
-  }
-  void TearDown() override {
-    TextureGroupClear(&group_);
-    std::filesystem::remove_all(folder_);
-  }
+  void TearDown() override { TextureGroupClear(&group_); }
   void WriteText(const std::string& text) { std::ofstream(path_, std::ios::binary) << text; }
   std::string ReadText(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   }
 
-  std::filesystem::path folder_;
-  std::string path_;
+  TestFolder folder_{"lw_texture_file"};
+  std::string path_ = folder_.File("group.fft");
   TextureGroup group_{};
 };
 
@@ -106,7 +96,7 @@ TEST_F(TextureFile, ForeignEmptyAndMissingFiles) {
   WriteText("brindle foundries limnery texture file\n:BEGINITEM\n:ENDITEM\n");
   EXPECT_EQ(TextureFileRead(path_.c_str(), &group_), 0);
   EXPECT_EQ(group_.count, 1);  // a foreign file leaves the list alone
-  EXPECT_EQ(TextureFileRead((folder_ / "missing.fft").string().c_str(), &group_), 0);
+  EXPECT_EQ(TextureFileRead(folder_.File("missing.fft").c_str(), &group_), 0);
 
   WriteText(std::string(kTextureFileSignature) + "\n");
   EXPECT_EQ(TextureFileRead(path_.c_str(), &group_), 1);
