@@ -4,16 +4,9 @@
 # exit 1 and no file; none may crash. The limits step through the frames and the
 # colour stages.
 # usage: out_of_memory_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
+. "$(dirname "$0")/cli_test_setup.sh"
 : >empty.ini
-failures=0
 stages=""
-
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 
 # Status lines, which tell how far a run came, are shown on a terminal only:
 # each run gets one from script(1), and its output is read from the log.

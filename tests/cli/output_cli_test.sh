@@ -5,15 +5,8 @@
 # terminated; the plain and the optimised file of the same build, with the
 # optimised one no larger.
 # usage: output_cli_test.sh LWMOTIO3 WORK_DIR
-set -u
-cli=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-work=$2
-rm -rf "$work" && mkdir -p "$work" && cd "$work" || exit 1
-export XDG_CONFIG_HOME="$work/config"
+. "$(dirname "$0")/cli_test_setup.sh"
 : >empty.ini
-failures=0
-
-fail() { echo "FAIL: $*"; failures=$((failures + 1)); }
 render() { "$cli" render -q --ini empty.ini --set MainSimpleFrames=6 "$@"; }
 
 render --plain -o plain.gif 2>/dev/null || fail "plain render failed"
