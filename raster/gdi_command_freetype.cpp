@@ -130,8 +130,8 @@ FT_Face OpenMatchingFace(const char* name, bool bold, bool italic) {
   return face;
 }
 
-// A face that cannot be kept in the cache is closed again and not used: out
-// of memory, the text fails as a missing font does.
+// A face that cannot be kept in the cache is closed again and not used, and
+// memory is noted as having run out.
 FT_Face FindFace(const FontSpec& font) {
   CachedFace wanted{{}, font.weight >= 600, font.italic != 0, nullptr, 0};
   std::memcpy(wanted.name, font.faceName, strnlen(font.faceName, sizeof font.faceName));
